@@ -1,0 +1,17 @@
+# Compiler settings shared by every target of the project.
+add_library(tallyview_options INTERFACE)
+target_include_directories(tallyview_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(tallyview_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
+  -Woverloaded-virtual)
+
+option(TALLYVIEW_WARNINGS_AS_ERRORS "Fail the build on any warning" OFF)
+if(TALLYVIEW_WARNINGS_AS_ERRORS)
+  target_compile_options(tallyview_options INTERFACE -Werror)
+endif()
+
+set(TALLYVIEW_SANITIZE "" CACHE STRING "Sanitizers of the whole build, for example address,undefined")
+if(TALLYVIEW_SANITIZE)
+  add_compile_options(-fsanitize=${TALLYVIEW_SANITIZE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${TALLYVIEW_SANITIZE})
+endif()

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/ThreadRecord.h"
+
+#include <expected>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tallyview {
+
+/// Why the agent's state database could not be read.
+class OrvikThreadStoreError {
+public:
+    enum class Kind { databaseMissing, openFailed, queryFailed };
+
+    OrvikThreadStoreError(Kind kind, std::string text) : m_kind(kind), m_text(std::move(text)) {}
+
+    Kind kind() const { return m_kind; }
+    /// The database's path (`databaseMissing`) or the database library's message.
+    const std::string &text() const { return m_text; }
+    /// What the user is told.
+    std::string description() const;
+
+    friend bool operator==(const OrvikThreadStoreError &, const OrvikThreadStoreError &) = default;
+
+private:
+    Kind m_kind;
+    std::string m_text;
+};
+
+/// Read-only access to the agent's state database.
+///
+/// An immutable value; use it from any thread. Each call has a connection of its own, which is
+/// closed before the call returns. docs/formats.md tells what of the database it relies on.
+class OrvikThreadStore {
+public:
+    explicit OrvikThreadStore(std::filesystem::path databaseURL)
+        : m_databaseURL(std::move(databaseURL)) {}
+
+    const std::filesystem::path &databaseURL() const { return m_databaseURL; }
+
+    /// Every thread of the database, newest first, or the reason why there is no list: never a
+    /// part of one. Blocks for as long as the database stays locked, at most 3 seconds a try,
+    /// and while it reads the end of each live thread's rollout file.
+    std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError> listThreads() const;
+
+private:
+    std::filesystem::path m_databaseURL;
+};
+
+} // namespace tallyview

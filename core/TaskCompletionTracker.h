@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/ThreadRecord.h"
+#include "core/UnicodeText.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace tallyview {
+
+/// Tells which tasks have finished between two lists of threads.
+///
+/// A plain value without locking; use it from one thread.
+class TaskCompletionTracker {
+public:
+    /// The records, in the order of `threads`, that were running in the previous list and are
+    /// completed in this one; then remembers this list. The first list is the baseline and
+    /// reports nothing. A thread that was missing from the previous list is not reported.
+    ///
+    /// The ids of one list must be distinct: a repeated id stops the process.
+    std::vector<ThreadRecord> completedThreads(const std::vector<ThreadRecord> &threads);
+
+private:
+    std::unordered_map<std::string, ThreadRunState, CanonicalHash, CanonicalEqual> m_previousStates;
+    bool m_hasInitialSnapshot = false;
+};
+
+} // namespace tallyview

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/ThreadVocabulary.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tallyview {
+
+/// A point in time: seconds since 1970-01-01 00:00:00 UTC with a fraction.
+using Instant = std::chrono::sys_time<std::chrono::duration<double>>;
+
+/// One thread of the agent as one read of its database found it.
+///
+/// An immutable value: copies share their data, so copying and passing lists of records is
+/// cheap and safe between threads. Texts are valid UTF-8.
+class ThreadRecord {
+public:
+    struct Fields {
+        std::string id;              ///< the agent's identifier; identity of the record
+        std::string title;           ///< sanitized, never empty
+        std::string preview;         ///< sanitized, may be empty
+        std::string project;         ///< display name of the project, never empty
+        std::string projectPath;     ///< working directory as stored; empty when unknown
+        std::string source;          ///< "subagent", "local" or the agent's own word
+        std::string model;           ///< empty when unknown
+        std::string reasoningEffort; ///< empty when unknown
+        std::string branch;          ///< empty when unknown
+        std::int64_t tokensUsed = 0;
+        std::optional<Instant> createdAt; ///< absent when not recorded
+        std::optional<Instant> updatedAt; ///< time of the last activity
+        bool archived = false;
+        bool isSubagent = false; ///< spawned by another thread of the agent
+        ThreadRunState runState = ThreadRunState::completed;
+    };
+
+    explicit ThreadRecord(Fields fields);
+
+    const Fields *operator->() const { return &m_data->fields; }
+    const Fields &operator*() const { return m_data->fields; }
+
+    /// Identity in lists.
+    const std::string &id() const { return m_data->fields.id; }
+
+    /// What the search looks in: title, preview, project, projectPath, branch and source joined
+    /// by single blanks, lower-cased, in normalization form C. Worked out once, when the record
+    /// is built.
+    const std::string &searchText() const { return m_data->searchText; }
+
+    /// True when all fifteen fields are equal; canonically equivalent texts are equal.
+    friend bool operator==(const ThreadRecord &left, const ThreadRecord &right);
+
+    /// Agrees with equality.
+    std::size_t hash() const;
+
+private:
+    struct Data {
+        Fields fields;
+        std::string searchText;
+    };
+    std::shared_ptr<const Data> m_data;
+};
+
+} // namespace tallyview
+
+template <>
+struct std::hash<tallyview::ThreadRecord> {
+    std::size_t operator()(const tallyview::ThreadRecord &record) const { return record.hash(); }
+};
