@@ -48,9 +48,9 @@ SoftRaised {
                 SoftSurface {
                     anchors.fill: parent
                     radius: 8
-                    fill: segment.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
+                    color: segment.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
 
-                    Behavior on fill { ReplaceColorAnimation {} }
+                    Behavior on color { ReplaceColorAnimation {} }
                 }
                 SoftText {
                     anchors.centerIn: parent
@@ -63,8 +63,8 @@ SoftRaised {
                     Behavior on color { ReplaceColorAnimation {} }
                 }
                 SoftFocusRing {
-                    target: segment
-                    radius: 8
+                    shown: segment.visualFocus
+                    cornerRadius: 8
                 }
             }
         }
