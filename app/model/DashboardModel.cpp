@@ -41,6 +41,7 @@ DashboardModel::DashboardModel(OrvikThreadStore store, DashboardEnvironment envi
                                QObject *parent)
     : QObject(parent), m_store(std::move(store)), m_environment(std::move(environment)),
       m_pinnedIDs(storedPins(m_environment.defaults)) {
+    connect(&m_reading, &QFutureWatcherBase::finished, this, &DashboardModel::finishRefresh);
     m_monitoringTimer.setSingleShot(true);
     m_monitoringTimer.setTimerType(Qt::PreciseTimer);
     m_monitoringTimer.setInterval(m_environment.refreshInterval);
@@ -95,11 +96,11 @@ void DashboardModel::refresh() {
         return;
     }
     assign(m_isLoading, true);
-    QtConcurrent::run([store = m_store] { return store.listThreads(); })
-        .then(this, [this](ReadResult result) { finishRefresh(std::move(result)); });
+    m_reading.setFuture(QtConcurrent::run([store = m_store] { return store.listThreads(); }));
 }
 
-void DashboardModel::finishRefresh(ReadResult result) {
+void DashboardModel::finishRefresh() {
+    ReadResult result = m_reading.future().takeResult();
     if (result) {
         applyThreads(*std::move(result));
     } else {
@@ -156,7 +157,7 @@ void DashboardModel::togglePin(const ThreadRecord &thread) {
 }
 
 void DashboardModel::open(const ThreadRecord &thread) const {
-    m_environment.urlOpener.open(threadLink(thread.id()));
+    m_environment.urlOpener.open(threadLink(thread.id()), QString());
 }
 
 void DashboardModel::setProject(const std::optional<std::string> &project) {

@@ -8,6 +8,7 @@
 #include "core/ThreadTimeGroup.h"
 #include "core/UnicodeText.h"
 
+#include <QFutureWatcher>
 #include <QObject>
 #include <QTimer>
 #include <QtQmlIntegration>
@@ -129,7 +130,7 @@ private:
     template <class Value>
     void assignFilter(Value &field, Value value);
     void applyThreads(ThreadList threads);
-    void finishRefresh(ReadResult result);
+    void finishRefresh();
     void runMonitoringStep();
     void reconcileSelection();
     ThreadList groupedThreads() const;
@@ -138,6 +139,7 @@ private:
     DashboardEnvironment m_environment;
     TaskCompletionTracker m_completionTracker;
     QTimer m_monitoringTimer;
+    QFutureWatcher<ReadResult> m_reading;
     bool m_isMonitoring = false;
     bool m_loopAwaitsRefresh = false;
 

@@ -90,7 +90,9 @@ void sortProjects(std::vector<Project> &projects, const QLocale &locale, Figure 
 }
 
 ProjectSummary summarized(const std::string &name, const ThreadList &threads) {
-    ProjectSummary summary{.name = name, .count = threads.size()};
+    ProjectSummary summary;
+    summary.name = name;
+    summary.count = threads.size();
     for (const ThreadRecord &thread : threads) {
         summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
         summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;

@@ -9,7 +9,7 @@
 namespace tallyview {
 
 OrvikTallyviewApp::OrvikTallyviewApp()
-    : m_notifications(m_notificationCenter, m_defaults, m_urlOpener), m_appDelegate(m_notifications),
+    : m_notifications(m_notificationCenter, m_defaults, m_urlOpener, systemNow), m_appDelegate(m_notifications),
       m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener}),
       m_commands(m_model, m_notifications) {
     QObject::connect(&m_model, &DashboardModel::taskCompleted, &m_model,

@@ -134,9 +134,13 @@ Item {
             shown: openButton.visualFocus
             cornerRadius: 8
         }
-        SoftToolTip {
-            text: "在 Orvik 中打开"
-            visible: openButton.hovered
+        // Made when it is wanted: there are many rows.
+        Loader {
+            active: openButton.hovered
+            sourceComponent: SoftToolTip {
+                text: "在 Orvik 中打开"
+                visible: true
+            }
         }
     }
 }

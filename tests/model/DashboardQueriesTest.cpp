@@ -192,7 +192,7 @@ private slots:
         f.show({{.id = "1", .age = std::nullopt, .cwd = "/a/zeta"},
                 {.id = "2", .age = 10, .cwd = "/a/alpha"},
                 {.id = "3", .age = 5, .cwd = "/a/Beta"},
-                {.id = "4", .age = 5, .cwd = "/a/\u00e9clair", .running = false},
+                {.id = "4", .age = 5, .running = false, .cwd = "/a/\u00e9clair"},
                 {.id = "5", .age = 9, .cwd = "/b/e\u0301clair"},
                 {.id = "6", .age = 1, .cwd = "/a/zeta", .archived = true, .subagent = true},
                 {.id = "7", .age = std::nullopt, .cwd = "/a/omega"}});

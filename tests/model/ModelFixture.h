@@ -49,7 +49,7 @@ struct Sample {
     bool archived = false;
     bool subagent = false;
     std::string title = "Task";
-    std::string branch;
+    std::string branch = {};
     std::string source = "cli";
 };
 
