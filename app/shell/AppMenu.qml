@@ -14,13 +14,13 @@ T.Menu {
     delegate: AppMenuItem {}
     background: SoftSurface {
         radius: 10
-        color: SoftTheme.raisedSurface
-        outlineColor: SoftTheme.hairline
+        fill: SoftTheme.raisedSurface
+        outline: SoftTheme.hairline
         outlineWidth: 1
-        shadowColor: SoftTheme.softShadowDark
-        shadowBlur: 14
-        shadowX: 0
-        shadowY: 6
+        darkShadow.color: SoftTheme.softShadowDark
+        darkShadow.blur: 14
+        darkShadow.x: 0
+        darkShadow.y: 6
     }
     contentItem: ListView {
         implicitWidth: contentItem.childrenRect.width

@@ -23,8 +23,8 @@ std::filesystem::path OrvikTallyviewApp::databaseURL() {
 
 bool OrvikTallyviewApp::start() {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    auto *theme = m_engine.singletonInstance<SoftTheme *>(QStringLiteral("Orvik.Tallyview.Theme"),
-                                                          QStringLiteral("SoftTheme"));
+    auto *theme = m_engine.singletonInstance<SoftTheme *>(
+        qmlTypeId("Orvik.Tallyview.Theme", 1, 0, "SoftTheme"));
     m_windowAppearance.emplace(*theme, m_defaults, m_appearance);
     m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)},
                                    {QStringLiteral("commands"), QVariant::fromValue(&m_commands)}});

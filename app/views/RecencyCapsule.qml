@@ -19,17 +19,17 @@ T.AbstractButton {
     SoftSurface {
         anchors.fill: parent
         radius: height / 2
-        color: capsule.selected ? SoftTheme.accent : SoftTheme.raisedSurface
-        outlineColor: capsule.selected ? SoftTheme.withOpacity(SoftTheme.rimLight, 0) : SoftTheme.rimLight
+        fill: capsule.selected ? SoftTheme.accent : SoftTheme.raisedSurface
+        outline: capsule.selected ? SoftTheme.withOpacity(SoftTheme.rimLight, 0) : SoftTheme.rimLight
         outlineWidth: 1
-        shadowColor: capsule.selected ? SoftTheme.withOpacity(SoftTheme.accent, 0.22) : SoftTheme.softShadowDark
-        shadowBlur: 4
-        shadowX: 2
-        shadowY: 2
+        darkShadow.color: capsule.selected ? SoftTheme.withOpacity(SoftTheme.accent, 0.22) : SoftTheme.softShadowDark
+        darkShadow.blur: 4
+        darkShadow.x: 2
+        darkShadow.y: 2
 
-        Behavior on color { ReplaceColorAnimation {} }
-        Behavior on outlineColor { ReplaceColorAnimation {} }
-        Behavior on shadowColor { ReplaceColorAnimation {} }
+        Behavior on fill { ReplaceColorAnimation {} }
+        Behavior on outline { ReplaceColorAnimation {} }
+        Behavior on darkShadow.color { ReplaceColorAnimation {} }
     }
     SoftText {
         id: label
@@ -44,7 +44,7 @@ T.AbstractButton {
         Behavior on color { ReplaceColorAnimation {} }
     }
     SoftFocusRing {
-        shown: capsule.visualFocus
-        cornerRadius: capsule.height / 2
+        target: capsule
+        radius: capsule.height / 2
     }
 }

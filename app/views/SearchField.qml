@@ -93,8 +93,8 @@ FocusScope {
     SoftSurface {
         anchors.fill: parent
         radius: 10
-        color: SoftTheme.clear
-        outlineColor: field.activeFocus ? SoftTheme.accent : SoftTheme.clear
+        fill: SoftTheme.clear
+        outline: field.activeFocus ? SoftTheme.accent : SoftTheme.clear
         outlineWidth: 2
     }
 }

@@ -48,9 +48,9 @@ SoftRaised {
                 SoftSurface {
                     anchors.fill: parent
                     radius: 8
-                    color: segment.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
+                    fill: segment.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
 
-                    Behavior on color { ReplaceColorAnimation {} }
+                    Behavior on fill { ReplaceColorAnimation {} }
                 }
                 SoftText {
                     anchors.centerIn: parent
@@ -63,8 +63,8 @@ SoftRaised {
                     Behavior on color { ReplaceColorAnimation {} }
                 }
                 SoftFocusRing {
-                    shown: segment.visualFocus
-                    cornerRadius: 8
+                    target: segment
+                    radius: 8
                 }
             }
         }

@@ -27,23 +27,23 @@ Item {
     SoftSurface {
         anchors.fill: parent
         radius: 11
-        color: view.row.selected ? SoftTheme.liftedSurface : SoftTheme.raisedSurface
-        outlineColor: view.row.selected ? SoftTheme.withOpacity(SoftTheme.accent, 0.72) : SoftTheme.hairline
+        fill: view.row.selected ? SoftTheme.liftedSurface : SoftTheme.raisedSurface
+        outline: view.row.selected ? SoftTheme.withOpacity(SoftTheme.accent, 0.72) : SoftTheme.hairline
         outlineWidth: view.row.selected ? 1.5 : 1
-        shadowColor: SoftTheme.withOpacity(SoftTheme.softShadowDark, view.lifted ? 1 : 0.45)
-        shadowBlur: view.lifted ? 6 : 3
-        shadowX: 3
-        shadowY: 3
-        highlightColor: SoftTheme.softShadowLight
-        highlightBlur: 4
-        highlightX: -2
-        highlightY: -2
+        darkShadow.color: SoftTheme.withOpacity(SoftTheme.softShadowDark, view.lifted ? 1 : 0.45)
+        darkShadow.blur: view.lifted ? 6 : 3
+        darkShadow.x: 3
+        darkShadow.y: 3
+        lightShadow.color: SoftTheme.softShadowLight
+        lightShadow.blur: 4
+        lightShadow.x: -2
+        lightShadow.y: -2
 
-        Behavior on color { HoverColorAnimation {} }
-        Behavior on outlineColor { HoverColorAnimation {} }
+        Behavior on fill { HoverColorAnimation {} }
+        Behavior on outline { HoverColorAnimation {} }
         Behavior on outlineWidth { HoverAnimation {} }
-        Behavior on shadowColor { HoverColorAnimation {} }
-        Behavior on shadowBlur { HoverAnimation {} }
+        Behavior on darkShadow.color { HoverColorAnimation {} }
+        Behavior on darkShadow.blur { HoverAnimation {} }
     }
 
     T.AbstractButton {
@@ -108,8 +108,8 @@ Item {
         }
     }
     SoftFocusRing {
-        shown: main.visualFocus
-        cornerRadius: 11
+        target: main
+        radius: 11
     }
     T.AbstractButton {
         id: openButton
@@ -131,8 +131,8 @@ Item {
             Behavior on color { HoverColorAnimation {} }
         }
         SoftFocusRing {
-            shown: openButton.visualFocus
-            cornerRadius: 8
+            target: openButton
+            radius: 8
         }
         // Made when it is wanted: there are many rows.
         Loader {

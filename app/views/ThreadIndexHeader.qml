@@ -44,7 +44,7 @@ Item {
                 symbolSize: 11
                 symbolWeight: Font.Bold
                 helpText: "返回项目"
-                accessibleLabel: "返回项目列表"
+                label: "返回项目列表"
                 onClicked: header.backRequested()
             }
             SoftText {
@@ -90,8 +90,8 @@ Item {
                     color: SoftTheme.accent
                 }
                 SoftFocusRing {
-                    shown: reset.visualFocus
-                    cornerRadius: 4
+                    target: reset
+                    radius: 4
                 }
             }
             SoftIconButton {
@@ -104,23 +104,8 @@ Item {
                 symbolWeight: Font.DemiBold
                 helpText: "刷新任务"
                 enabled: !header.index.loading
+                spinning: header.index.loading
                 onClicked: header.index.refresh()
-
-                NumberAnimation on symbolRotation {
-                    running: header.index.loading && !SoftTheme.reducedMotion
-                    from: 0
-                    to: 360
-                    duration: SoftTheme.spinDuration
-                    loops: Animation.Infinite
-                    onStopped: settle.restart()
-                }
-                ReplaceAnimation {
-                    id: settle
-
-                    target: refresh
-                    property: "symbolRotation"
-                    to: 0
-                }
             }
         }
         Item {

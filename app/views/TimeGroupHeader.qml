@@ -28,8 +28,8 @@ Item {
             height: 15
             radius: 7.5
             continuous: false
-            color: SoftTheme.raisedSurface
-            outlineColor: SoftTheme.rimLight
+            fill: SoftTheme.raisedSurface
+            outline: SoftTheme.rimLight
             outlineWidth: 1
 
             Rectangle {
