@@ -78,7 +78,7 @@ public:
     void refresh();
     /// Refreshes now and then 30 seconds after the end of each refresh, for as long as the model
     /// lives. Calling it again has no effect.
-    void startMonitoring();
+    Q_INVOKABLE void startMonitoring();
     void togglePin(const ThreadRecord &thread);
     /// Asks the desktop to open the thread in the agent's own application.
     void open(const ThreadRecord &thread) const;

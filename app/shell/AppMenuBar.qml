@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Theme
 
 // The menu bar of the window.

@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 import Orvik.Tallyview.Views

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
@@ -9,6 +10,7 @@ T.ApplicationWindow {
 
     required property DashboardModel model
     required property AppCommands commands
+    required property WindowAppearance appearance
 
     title: "Orvik Tallyview"
     width: 1440
@@ -24,6 +26,16 @@ T.ApplicationWindow {
         commands: window.commands
     }
 
+    Binding {
+        target: SoftTheme
+        property: "dark"
+        value: window.appearance.dark
+    }
+    Binding {
+        target: SoftTheme
+        property: "reducedMotion"
+        value: window.appearance.reducedMotion
+    }
     ContentView {
         anchors.fill: parent
         focus: true

@@ -1,7 +1,5 @@
 #include "app/shell/OrvikTallyviewApp.h"
 
-#include "app/theme/SoftTheme.h"
-
 #include <QDir>
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -11,7 +9,7 @@ namespace tallyview {
 OrvikTallyviewApp::OrvikTallyviewApp()
     : m_notifications(m_notificationCenter, m_defaults, m_urlOpener, systemNow), m_appDelegate(m_notifications),
       m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener}),
-      m_commands(m_model, m_notifications) {
+      m_commands(m_model, m_notifications), m_windowAppearance(m_defaults, m_appearance) {
     QObject::connect(&m_model, &DashboardModel::taskCompleted, &m_model,
                      [this](const ThreadRecord &thread) { m_notifications.notifyCompletion(thread); });
 }
@@ -23,11 +21,10 @@ std::filesystem::path OrvikTallyviewApp::databaseURL() {
 
 bool OrvikTallyviewApp::start() {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    auto *theme = m_engine.singletonInstance<SoftTheme *>(
-        qmlTypeId("Orvik.Tallyview.Theme", 1, 0, "SoftTheme"));
-    m_windowAppearance.emplace(*theme, m_defaults, m_appearance);
     m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)},
-                                   {QStringLiteral("commands"), QVariant::fromValue(&m_commands)}});
+                                   {QStringLiteral("commands"), QVariant::fromValue(&m_commands)},
+                                   {QStringLiteral("appearance"),
+                                    QVariant::fromValue(&m_windowAppearance)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml")));
     if (m_engine.rootObjects().isEmpty()) {
         return false;

@@ -13,7 +13,6 @@
 #include <QQmlApplicationEngine>
 
 #include <filesystem>
-#include <optional>
 
 namespace tallyview {
 
@@ -39,8 +38,8 @@ private:
     AppDelegate m_appDelegate;
     DashboardModel m_model;
     AppCommands m_commands;
+    WindowAppearance m_windowAppearance;
     QQmlApplicationEngine m_engine;
-    std::optional<WindowAppearance> m_windowAppearance;
 };
 
 /// The process: runs the application until the user quits. Returns the exit status.

@@ -2,7 +2,7 @@
 
 #include "app/platform/SystemAppearance.h"
 #include "app/platform/UserDefaults.h"
-#include "app/theme/SoftTheme.h"
+#include "app/theme/AppearanceMode.h"
 
 namespace tallyview {
 
@@ -12,24 +12,22 @@ const QString appearanceKey = QStringLiteral("appearanceMode");
 
 } // namespace
 
-WindowAppearance::WindowAppearance(SoftTheme &theme, const UserDefaults &defaults,
-                                   const SystemAppearance &system)
-    : m_theme(theme), m_defaults(defaults), m_system(system) {
-    connect(&system, &SystemAppearance::darkChanged, this, &WindowAppearance::apply);
-    connect(&system, &SystemAppearance::reducedMotionChanged, this, &WindowAppearance::apply);
+WindowAppearance::WindowAppearance(const UserDefaults &defaults, const SystemAppearance &system)
+    : m_defaults(defaults), m_system(system) {
+    connect(&system, &SystemAppearance::darkChanged, this, &WindowAppearance::changed);
+    connect(&system, &SystemAppearance::reducedMotionChanged, this, &WindowAppearance::changed);
     connect(&defaults, &UserDefaults::changed, this, [this](const QString &key) {
         if (key == appearanceKey) {
-            apply();
+            emit changed();
         }
     });
-    apply();
 }
 
-void WindowAppearance::apply() {
+bool WindowAppearance::dark() const {
     const QString stored = m_defaults.text(appearanceKey).value_or(QString());
-    const auto preferred = AppearanceMode::ofSetting(stored).prefersDark();
-    m_theme.setProperty("dark", preferred.value_or(m_system.dark()));
-    m_theme.setProperty("reducedMotion", m_system.reducedMotion());
+    return AppearanceMode::ofSetting(stored).prefersDark().value_or(m_system.dark());
 }
+
+bool WindowAppearance::reducedMotion() const { return m_system.reducedMotion(); }
 
 } // namespace tallyview

@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// A slide of the focus workspace, ease-in-out.
 NumberAnimation {

@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// A hover or selection change of a number, ease-out.
 NumberAnimation {

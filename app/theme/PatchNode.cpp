@@ -13,8 +13,11 @@ constexpr qreal tieBreak = 1.0 / 16;
 } // namespace
 
 void PatchNode::show(QQuickWindow *window, const SoftPatch &patch, qreal pixelRatio, bool smooth) {
+    // Until every piece shows the new texture the renderer compares it with the old one.
+    std::unique_ptr<QSGTexture> replaced;
     if (!m_texture || m_imageKey != patch.image.cacheKey()) {
         m_imageKey = patch.image.cacheKey();
+        replaced = std::move(m_texture);
         m_texture.reset(
             window->createTextureFromImage(patch.image, QQuickWindow::TextureHasAlphaChannel));
     }

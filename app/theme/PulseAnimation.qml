@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// Half a swing of the pulse of a running task, ease-in-out.
 NumberAnimation {

@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// A change of content or of a filter, ease-in-out.
 NumberAnimation {

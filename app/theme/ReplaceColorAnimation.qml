@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// A change of content or of a filter as a colour shows it, ease-in-out.
 ColorAnimation {

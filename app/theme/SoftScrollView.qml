@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Theme
 
 /// A vertically scrolling view with the slim scroller: wheel, touchpad, touch, the page keys and
 /// dragging the knob. `contentHeight` is the content's to set. Dragging with the mouse is left to

@@ -4,4 +4,6 @@ import QtQuick
 // and takes no input.
 Item {
     property bool live: true
+
+    anchors.fill: parent
 }

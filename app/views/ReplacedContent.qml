@@ -42,6 +42,7 @@ Item {
             required property int number
             readonly property bool live: number === replaced.generation
             readonly property bool isFirst: number === 0
+            property ReplaceableContent shown: null
 
             function leave() {
                 if (SoftTheme.reducedMotion)
@@ -60,16 +61,16 @@ Item {
                     leave();
             }
             Component.onCompleted: {
+                shown = replaced.content.createObject(holder) as ReplaceableContent;
                 if (!isFirst && !SoftTheme.reducedMotion)
                     entering.start();
             }
 
-            Loader {
-                anchors.fill: parent
-                sourceComponent: replaced.content
-                onLoaded: (item as ReplaceableContent).live = Qt.binding(() => holder.live)
+            Binding {
+                target: holder.shown
+                property: "live"
+                value: holder.live
             }
-
             ParallelAnimation {
                 id: entering
 

@@ -26,7 +26,7 @@ FocusScope {
         color: SoftTheme.canvas
     }
     ThreadIndexState {
-        id: state
+        id: threadIndex
 
         model: view.model
     }
@@ -35,49 +35,41 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        identity: state.contentIdentity
+        identity: threadIndex.contentIdentity
         content: ReplaceableContent {
             id: shown
 
             ThreadIndexContent {
-                id: content
+                id: faces
 
                 live: shown.live
-                index: state
+                index: threadIndex
             }
-            Loader {
-                anchors.fill: parent
-                sourceComponent: {
-                    switch (content.face) {
-                    case ThreadIndexContent.Loading:
-                        return loadingFace;
-                    case ThreadIndexContent.List:
-                        return listFace;
-                    default:
-                        return emptyFace;
-                    }
+            // Each face exists only while it shows.
+            Repeater {
+                model: faces.face === ThreadIndexContent.Loading ? 1 : 0
+
+                delegate: LoadingIndexView {
+                    anchors.fill: parent
                 }
             }
-            Component {
-                id: loadingFace
+            Repeater {
+                model: faces.face === ThreadIndexContent.List ? 1 : 0
 
-                LoadingIndexView {}
-            }
-            Component {
-                id: listFace
-
-                ThreadList {
-                    content: content
+                delegate: ThreadList {
+                    anchors.fill: parent
+                    content: faces
                 }
             }
-            Component {
-                id: emptyFace
+            Repeater {
+                model: faces.face === ThreadIndexContent.Error || faces.face === ThreadIndexContent.Empty ? 1 : 0
 
-                EmptyIndexView {
-                    isError: content.face === ThreadIndexContent.Error
+                delegate: EmptyIndexView {
+                    anchors.fill: parent
+                    isError: faces.face === ThreadIndexContent.Error
                     symbol: isError ? "exclamationmark.triangle" : "line.3.horizontal.decrease.circle"
                     title: isError ? "无法读取任务" : "没有匹配的任务"
-                    message: isError ? content.errorMessage : "换一个时间范围或状态，也可以重置全部筛选。"
+                    message: isError ? faces.errorMessage : "换一个时间范围或状态，也可以重置全部筛选。"
                 }
             }
         }
@@ -87,7 +79,7 @@ FocusScope {
 
         anchors.left: parent.left
         anchors.right: parent.right
-        index: state
+        index: threadIndex
         title: view.title
         canGoBack: view.canGoBack
         onBackRequested: view.backRequested()
