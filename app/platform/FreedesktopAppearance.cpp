@@ -58,6 +58,7 @@ FreedesktopAppearance::FreedesktopAppearance(const QDBusConnection &bus, QObject
     , m_portalWatcher(portalService, bus, QDBusServiceWatcher::WatchForRegistration)
     , m_dark(darkWanted()) {
     qGuiApp->installEventFilter(this);
+    qRegisterMetaType<QDBusVariant>(); // connect() looks the slot's types up by name
     m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"),
                   this, SLOT(settingChanged(QString, QString, QDBusVariant)));
     connect(&m_portalWatcher, &QDBusServiceWatcher::serviceRegistered, this,
@@ -105,10 +106,12 @@ void FreedesktopAppearance::adopt(const Setting &setting, const QDBusVariant &va
 }
 
 void FreedesktopAppearance::update() {
-    if (std::exchange(m_dark, darkWanted()) != m_dark) {
+    const bool wasDark = std::exchange(m_dark, darkWanted());
+    const bool wasReduced = std::exchange(m_reducedMotion, reducedMotionWanted());
+    if (m_dark != wasDark) {
         emit darkChanged();
     }
-    if (std::exchange(m_reducedMotion, reducedMotionWanted()) != m_reducedMotion) {
+    if (m_reducedMotion != wasReduced) {
         emit reducedMotionChanged();
     }
 }
