@@ -23,7 +23,6 @@ public:
 
 private:
     std::unordered_map<std::string, ThreadRunState, CanonicalHash, CanonicalEqual> m_previousStates;
-    bool m_hasInitialSnapshot = false;
 };
 
 } // namespace tallyview

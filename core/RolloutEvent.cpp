@@ -1,0 +1,119 @@
+#include "core/RolloutEvent.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+namespace tallyview {
+
+static_assert(RolloutEventParser::padding >= simdjson::SIMDJSON_PADDING);
+
+class RolloutEventParser::Parser : public simdjson::dom::parser {};
+
+namespace {
+
+using JsonParser = simdjson::dom::parser;
+using Value = simdjson::dom::element;
+using Outcome = simdjson::simdjson_result<Value>;
+
+Outcome parsedInPlace(JsonParser &parser, std::string_view paddedText) {
+    const auto *const bytes = reinterpret_cast<const std::uint8_t *>(paddedText.data());
+    return parser.parse(bytes, paddedText.size(), false);
+}
+
+std::size_t greatestDepth(std::string_view text) {
+    const auto opens = [](char byte) { return byte == '{' || byte == '['; };
+    return 1 + static_cast<std::size_t>(std::ranges::count_if(text, opens));
+}
+
+/// The same JSON but for the characters that \uD800 to \uDFFF escape: they become others of the
+/// Basic Multilingual Plane. JSON allows half a surrogate pair; the parser does not.
+std::string withoutSurrogates(std::string_view text) {
+    std::string result(text);
+    for (std::size_t at = result.find('\\'); at != std::string::npos; at = result.find('\\', at)) {
+        const std::string_view escape = std::string_view(result).substr(at + 1);
+        const bool isSurrogate = escape.size() >= 3 && escape[0] == 'u' &&
+                                 (escape[1] == 'd' || escape[1] == 'D') &&
+                                 std::string_view("89abcdefABCDEF").contains(escape[2]);
+        if (isSurrogate) {
+            result[at + 2] = '0';
+        }
+        at = std::min(at + 2, result.size());
+    }
+    return result;
+}
+
+Outcome parsedWithoutSurrogates(JsonParser &parser, std::string_view text) {
+    std::string padded = withoutSurrogates(text);
+    padded.append(RolloutEventParser::padding, ' ');
+    return parsedInPlace(parser, std::string_view(padded).substr(0, text.size()));
+}
+
+/// Neither depth nor half a surrogate pair makes a JSON value unreadable.
+Outcome parsed(JsonParser &parser, std::string_view paddedLine) {
+    Outcome outcome = parsedInPlace(parser, paddedLine);
+    if (outcome.error() == simdjson::DEPTH_ERROR) {
+        if (parser.allocate(paddedLine.size(), greatestDepth(paddedLine)) != simdjson::SUCCESS) {
+            return simdjson::MEMALLOC;
+        }
+        outcome = parsedInPlace(parser, paddedLine);
+    }
+    if (outcome.error() == simdjson::STRING_ERROR) {
+        outcome = parsedWithoutSurrogates(parser, paddedLine);
+    }
+    return outcome;
+}
+
+/// The member `name` of an object; of several the last one counts.
+std::optional<Value> member(const Value &value, std::string_view name) {
+    simdjson::dom::object object;
+    std::optional<Value> found;
+    if (value.get(object) == simdjson::SUCCESS) {
+        for (const auto field : object) {
+            if (field.key == name) {
+                found = field.value;
+            }
+        }
+    }
+    return found;
+}
+
+std::string_view text(const std::optional<Value> &value) {
+    std::string_view result;
+    if (value && value->get(result) != simdjson::SUCCESS) {
+        result = {};
+    }
+    return result;
+}
+
+std::optional<ThreadRunState> decidedState(const Value &event) {
+    if (text(member(event, "type")) != "event_msg") {
+        return std::nullopt;
+    }
+    const std::optional<Value> payload = member(event, "payload");
+    const std::string_view type = payload ? text(member(*payload, "type")) : std::string_view();
+    if (type == "task_started") {
+        return ThreadRunState::running;
+    }
+    if (type == "task_complete" || type == "turn_aborted") {
+        return ThreadRunState::completed;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+RolloutEventParser::RolloutEventParser() : m_parser(std::make_unique<Parser>()) {}
+RolloutEventParser::~RolloutEventParser() = default;
+
+std::optional<ThreadRunState> RolloutEventParser::decidedState(std::string_view line) {
+    Value value;
+    if (line.starts_with("\uFEFF") || parsed(*m_parser, line).get(value) != simdjson::SUCCESS) {
+        return std::nullopt;
+    }
+    return tallyview::decidedState(value);
+}
+
+} // namespace tallyview

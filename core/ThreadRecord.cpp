@@ -1,0 +1,95 @@
+#include "core/ThreadRecord.h"
+
+#include "core/UnicodeText.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace tallyview {
+
+namespace {
+
+using TextField = std::string ThreadRecord::Fields::*;
+
+constexpr std::array<TextField, 9> textFields{
+    &ThreadRecord::Fields::id,          &ThreadRecord::Fields::title,
+    &ThreadRecord::Fields::preview,     &ThreadRecord::Fields::project,
+    &ThreadRecord::Fields::projectPath, &ThreadRecord::Fields::source,
+    &ThreadRecord::Fields::model,       &ThreadRecord::Fields::reasoningEffort,
+    &ThreadRecord::Fields::branch};
+
+std::string makeSearchText(const ThreadRecord::Fields &fields) {
+    std::string joined = fields.title;
+    for (const std::string *part :
+         {&fields.preview, &fields.project, &fields.projectPath, &fields.branch, &fields.source}) {
+        joined += ' ';
+        joined += *part;
+    }
+    return canonicalForm(lowercased(joined));
+}
+
+bool sameTexts(const ThreadRecord::Fields &left, const ThreadRecord::Fields &right) {
+    for (const TextField field : textFields) {
+        if (!canonicallyEqual(left.*field, right.*field)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Collects the hashes of a value's parts into one that depends on their order.
+class Hasher {
+public:
+    template <class Part, class Hash = std::hash<Part>>
+    void feed(const Part &part, Hash hash = {}) {
+        m_hash ^= hash(part) + 0x9E3779B97F4A7C15U + (m_hash << 6U) + (m_hash >> 2U);
+    }
+
+    void feed(const std::optional<Instant> &instant) {
+        feed(instant ? 1 : 0);
+        if (instant) {
+            // Adding zero makes one of the two zeros, which are the same instant.
+            feed(instant->time_since_epoch().count() + 0.0);
+        }
+    }
+
+    std::size_t result() const { return m_hash; }
+
+private:
+    std::size_t m_hash = 0;
+};
+
+} // namespace
+
+ThreadRecord::ThreadRecord(Fields fields) {
+    std::string searchText = makeSearchText(fields);
+    m_data = std::make_shared<const Data>(Data{std::move(fields), std::move(searchText)});
+}
+
+bool operator==(const ThreadRecord &left, const ThreadRecord &right) {
+    if (left.m_data == right.m_data) {
+        return true;
+    }
+    return sameTexts(*left, *right) && left->tokensUsed == right->tokensUsed &&
+           left->createdAt == right->createdAt && left->updatedAt == right->updatedAt &&
+           left->archived == right->archived && left->isSubagent == right->isSubagent &&
+           left->runState == right->runState;
+}
+
+std::size_t ThreadRecord::hash() const {
+    const Fields &fields = m_data->fields;
+    Hasher hasher;
+    for (const TextField field : textFields) {
+        hasher.feed(fields.*field, CanonicalHash());
+    }
+    hasher.feed(fields.tokensUsed);
+    hasher.feed(fields.createdAt);
+    hasher.feed(fields.updatedAt);
+    hasher.feed(fields.archived);
+    hasher.feed(fields.isSubagent);
+    hasher.feed(rawValue(fields.runState));
+    return hasher.result();
+}
+
+} // namespace tallyview
