@@ -1,3 +1,6 @@
+# One place for programs, whichever folder they come from.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
 # Compiler settings shared by every target of the project.
 add_library(tallyview_options INTERFACE)
 target_include_directories(tallyview_options INTERFACE "${PROJECT_SOURCE_DIR}")

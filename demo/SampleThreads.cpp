@@ -242,12 +242,12 @@ PlannedThread plannedThread(const SampleSetting &setting, std::size_t index) {
                     thread.createdMilliseconds);
     setTimes(row, thread.createdMilliseconds, updated);
     thinTimes(random, row);
-    if (thread.isSubagent = random.chance(120); thread.isSubagent) {
-        makeSubagent(random, row);
-    }
     const std::size_t trickyStep = std::clamp<std::size_t>(setting.threads / 50, 4, 40);
     if (index % trickyStep == 3) {
         makeTricky(row, index / trickyStep);
+    }
+    if (thread.isSubagent = random.chance(120); thread.isSubagent) {
+        makeSubagent(random, row);
     }
     row.archived = !isRunning && random.chance(150) ? 1 : 0;
     thread.ending = isRunning ? SampleEnding::running : idleEnding(random, thread.isArchived());
