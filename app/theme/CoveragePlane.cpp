@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <span>
+#include <utility>
 
 namespace tallyview {
 namespace {
@@ -24,83 +27,124 @@ Box boxFor(double sigma) {
     return {r, static_cast<float>(edge), static_cast<float>(1 / (2 * r + 1 + 2 * edge))};
 }
 
-void addRow(std::vector<float> &sum, const CoveragePlane &plane, int y, float sign) {
-    if (y < 0 || y >= plane.height) {
-        return;
+/// A distance as whole pixels and the rest, 0 to 1, which is spread over two.
+struct Shift {
+    int whole;
+    float part;
+
+    explicit Shift(double distance)
+        : whole(static_cast<int>(std::floor(distance)))
+        , part(static_cast<float>(distance - whole)) {}
+};
+
+using Line = std::vector<float>;
+
+/// `line` holds the row between two margins of zeros as wide as a box reaches,
+/// so that no sample needs a check.
+void boxAlong(const Line &line, Line &result, int margin, const Box &box) {
+    const float *in = line.data();
+    const auto end = static_cast<int>(line.size()) - margin;
+    float sum = 0;
+    for (int x = margin - box.radius; x < margin + box.radius; ++x) {
+        sum += in[x];
     }
-    const float *row = plane.row(y);
-    for (std::size_t x = 0; x < sum.size(); ++x) {
-        sum[x] += sign * row[x];
+    for (int x = margin; x < end; ++x) {
+        sum += in[x + box.radius];
+        const float edges = in[x - box.radius - 1] + in[x + box.radius + 1];
+        result[static_cast<std::size_t>(x)] = (sum + box.edge * edges) * box.scale;
+        sum -= in[x - box.radius];
     }
 }
 
-/// Blurs down the columns. Works on whole rows, which the compiler turns into
-/// vector instructions; a pass along the rows would not vectorise.
-CoveragePlane boxDown(const CoveragePlane &plane, const Box &box) {
-    CoveragePlane result(plane.width, plane.height);
-    const std::vector<float> nothing(static_cast<std::size_t>(plane.width));
-    std::vector<float> sum(nothing);
+/// Puts a row, moved, between the margins of `line`.
+void moveRow(const float *row, int width, Line &line, int margin, const Shift &shift) {
+    std::ranges::fill(line, 0.0F);
+    const int first = std::max(0, -shift.whole);
+    const int last = std::min(width, width - shift.whole);
+    float *out = line.data() + margin;
+    if (first < last) {
+        std::copy(row + first, row + last, out + first + shift.whole);
+    }
+    if (shift.part != 0) {
+        for (int x = width - 1; x >= 0; --x) {
+            out[x] = out[x] * (1 - shift.part) + out[x - 1] * shift.part;
+        }
+    }
+}
+
+void blurAlong(CoveragePlane &plane, const Box &box, double distance) {
+    const Shift shift(distance);
+    const int margin = box.radius + 1;
+    Line line(static_cast<std::size_t>(plane.width + 2 * margin));
+    Line next(line.size());
+    for (int y = 0; y < plane.height; ++y) {
+        moveRow(plane.row(y), plane.width, line, margin, shift);
+        for (int pass = 0; pass < passes; ++pass) {
+            boxAlong(line, next, margin, box);
+            line.swap(next);
+        }
+        std::copy_n(line.data() + margin, plane.width, plane.row(y));
+    }
+}
+
+/// The rows of a plane with zeros above and below.
+class Rows {
+public:
+    explicit Rows(const CoveragePlane &plane)
+        : m_plane(plane)
+        , m_zeros(static_cast<std::size_t>(plane.width)) {}
+
+    const float *operator[](int y) const {
+        return y >= 0 && y < m_plane.height ? m_plane.row(y) : m_zeros.data();
+    }
+
+private:
+    const CoveragePlane &m_plane;
+    Line m_zeros;
+};
+
+/// Works on whole rows at once, which the compiler turns into vector
+/// instructions.
+void boxDown(const CoveragePlane &plane, CoveragePlane &result, const Box &box) {
+    const Rows rows(plane);
+    Line sum(static_cast<std::size_t>(plane.width));
     for (int y = 0; y < box.radius; ++y) {
-        addRow(sum, plane, y, 1);
+        std::ranges::transform(sum, std::span(rows[y], sum.size()), sum.begin(), std::plus());
     }
     for (int y = 0; y < plane.height; ++y) {
-        addRow(sum, plane, y + box.radius, 1);
-        const int before = y - box.radius - 1;
-        const int after = y + box.radius + 1;
-        const float *above = before >= 0 ? plane.row(before) : nothing.data();
-        const float *below = after < plane.height ? plane.row(after) : nothing.data();
+        const float *entering = rows[y + box.radius];
+        const float *leaving = rows[y - box.radius];
+        const float *above = rows[y - box.radius - 1];
+        const float *below = rows[y + box.radius + 1];
         float *out = result.row(y);
         for (std::size_t x = 0; x < sum.size(); ++x) {
-            out[x] = (sum[x] + box.edge * (above[x] + below[x])) * box.scale;
+            const float inside = sum[x] + entering[x];
+            out[x] = (inside + box.edge * (above[x] + below[x])) * box.scale;
+            sum[x] = inside - leaving[x];
         }
-        addRow(sum, plane, y - box.radius, -1);
     }
-    return result;
 }
 
-CoveragePlane transposed(const CoveragePlane &plane) {
-    CoveragePlane result(plane.height, plane.width);
+void moveDown(const CoveragePlane &plane, CoveragePlane &result, const Shift &shift) {
+    const Rows rows(plane);
     for (int y = 0; y < plane.height; ++y) {
-        const float *row = plane.row(y);
+        const float *near = rows[y - shift.whole];
+        const float *far = rows[y - shift.whole - 1];
+        float *out = result.row(y);
         for (int x = 0; x < plane.width; ++x) {
-            result.row(x)[y] = row[x];
+            out[x] = near[x] * (1 - shift.part) + far[x] * shift.part;
         }
     }
-    return result;
 }
 
-/// Moves the rows down by `distance`, spreading a fraction over two rows.
-CoveragePlane movedDown(const CoveragePlane &plane, double distance) {
-    CoveragePlane result(plane.width, plane.height);
-    const int whole = static_cast<int>(std::floor(distance));
-    const auto part = static_cast<float>(distance - whole);
-    const auto add = [&](int from, int to, float share) {
-        if (to < 0 || to >= plane.height || share == 0) {
-            return;
-        }
-        const float *in = plane.row(from);
-        float *out = result.row(to);
-        for (int x = 0; x < plane.width; ++x) {
-            out[x] += share * in[x];
-        }
-    };
-    for (int y = 0; y < plane.height; ++y) {
-        add(y, y + whole, 1 - part);
-        add(y, y + whole + 1, part);
-    }
-    return result;
-}
-
-CoveragePlane blurredDown(const CoveragePlane &plane, double sigma, double distance) {
-    CoveragePlane result = distance == 0 ? plane : movedDown(plane, distance);
-    if (sigma <= 0) {
-        return result;
-    }
-    const Box box = boxFor(sigma);
+void blurDown(CoveragePlane &plane, const Box &box, double distance) {
+    CoveragePlane next(plane.width, plane.height);
+    moveDown(plane, next, Shift(distance));
+    std::swap(plane, next);
     for (int pass = 0; pass < passes; ++pass) {
-        result = boxDown(result, box);
+        boxDown(plane, next, box);
+        std::swap(plane, next);
     }
-    return result;
 }
 
 } // namespace
@@ -108,8 +152,11 @@ CoveragePlane blurredDown(const CoveragePlane &plane, double sigma, double dista
 int blurSpread(double sigma) { return sigma > 0 ? passes * (boxFor(sigma).radius + 1) : 0; }
 
 CoveragePlane CoveragePlane::blurred(double sigma, QPointF shift) const {
-    const CoveragePlane down = blurredDown(*this, sigma, shift.y());
-    return transposed(blurredDown(transposed(down), sigma, shift.x()));
+    const Box box = boxFor(sigma);
+    CoveragePlane result = *this;
+    blurAlong(result, box, shift.x());
+    blurDown(result, box, shift.y());
+    return result;
 }
 
 } // namespace tallyview

@@ -90,8 +90,8 @@ QStringList desktopFamilies(SoftFont::Design design) {
     return SoftFont::familiesFor(QFontDatabase::systemFont(role).family(), design);
 }
 
-/// A pixel size is a whole number in QFont; a fraction survives only as typographic
-/// points, which the primary screen's resolution turns back into pixels.
+/// A pixel size is a whole number in QFont; only typographic points, of which the
+/// primary screen's resolution makes pixels again, can carry a fraction.
 void setSize(QFont &font, qreal size) {
     if (size == std::floor(size)) {
         font.setPixelSize(static_cast<int>(size));

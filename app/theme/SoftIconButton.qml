@@ -48,31 +48,32 @@ T.AbstractButton {
     }
 
     contentItem: SoftSymbol {
-        id: icon
-
         smooth: !button.raised
         name: button.symbol
         size: button.symbolSize
         weight: button.symbolWeight
         color: SoftTheme.secondaryInk
-
-        SpinAnimation on rotation {
-            running: button.spinning && !SoftTheme.reducedMotion
-            onStarted: settle.stop()
-            onStopped: settle.start()
-        }
-        RotationAnimation {
-            id: settle
-
-            target: icon
-            to: 0
-            direction: RotationAnimation.Shortest
-            duration: SoftTheme.replaceDuration
-            easing.type: Easing.InOutQuad
-            onFinished: icon.rotation = 0
-        }
     }
 
+    SpinAnimation {
+        target: button.contentItem
+        property: "rotation"
+        running: button.spinning && !SoftTheme.reducedMotion
+        onStarted: settle.stop()
+        onStopped: settle.start()
+    }
+    RotationAnimation {
+        id: settle
+
+        target: button.contentItem
+        property: "rotation"
+        to: 0
+        direction: RotationAnimation.Shortest
+        duration: SoftTheme.replaceDuration
+        easing.type: Easing.InOutQuad
+        // The shortest way may have ended at a full turn.
+        onFinished: button.contentItem.rotation = 0
+    }
     SoftFocusRing {
         target: button
         radius: 9

@@ -6,7 +6,6 @@
 #include <QPainter>
 
 #include <cmath>
-#include <optional>
 
 namespace tallyview {
 namespace {
@@ -57,53 +56,32 @@ CoveragePlane coverageOf(const QImage &image) {
     for (int y = 0; y < image.height(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
         float *row = plane.row(y);
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < plane.width; ++x) {
             row[x] = static_cast<float>(qAlpha(line[x])) / 255.0F;
         }
     }
     return plane;
 }
 
-/// A shadow ready to be laid under a drawing: its opacity at each pixel.
-struct CastShadow {
-    CoveragePlane opacity;
-    QColor color;
-};
-
-std::optional<CastShadow> cast(const SoftShadow &shadow, const CoveragePlane &caster) {
-    if (!casts(shadow)) {
-        return std::nullopt;
-    }
-    CastShadow result{caster.blurred(sigmaOf(shadow), shadow.offset), shadow.color};
-    for (float &value : result.opacity.values) {
-        value *= shadow.color.alphaF();
-    }
-    return result;
-}
-
-/// The coverage of a drawing together with a shadow under it.
-void layUnder(CoveragePlane &coverage, const CastShadow &shadow) {
-    for (std::size_t i = 0; i < coverage.values.size(); ++i) {
-        coverage.values[i] += shadow.opacity.values[i] * (1 - coverage.values[i]);
-    }
-}
-
-/// `color`, premultiplied with an opacity of `share` (0 to 255), under `top`.
-QRgb over(QRgb top, const QColor &color, float share) {
-    const auto part = [share](float component) {
-        return static_cast<int>(share * component + 0.5F);
-    };
-    return qRgba(qRed(top) + part(color.redF()), qGreen(top) + part(color.greenF()),
-                 qBlue(top) + part(color.blueF()), qAlpha(top) + part(1));
-}
-
-void layUnder(QImage &image, const CastShadow &shadow) {
+/// Lays `color`, at the opacity that `shade` gives, under the drawing. Opaque
+/// pixels, most of them, are left as they are.
+void layUnder(QImage &image, const CoveragePlane &shade, const QColor &color) {
+    const std::array<float, 4> parts = {color.redF() * color.alphaF(),
+                                        color.greenF() * color.alphaF(),
+                                        color.blueF() * color.alphaF(), color.alphaF()};
     for (int y = 0; y < image.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        const float *opacity = shadow.opacity.row(y);
-        for (int x = 0; x < image.width(); ++x) {
-            const float share = opacity[x] * static_cast<float>(255 - qAlpha(line[x]));
-            line[x] = over(line[x], shadow.color, share);
+        const float *row = shade.row(y);
+        for (int x = 0; x < shade.width; ++x) {
+            const QRgb top = line[x];
+            const float share = row[x] * static_cast<float>(255 - qAlpha(top));
+            if (share > 0) {
+                const auto part = [&](std::size_t channel) {
+                    return static_cast<int>(share * parts[channel] + 0.5F);
+                };
+                line[x] = qRgba(qRed(top) + part(0), qGreen(top) + part(1), qBlue(top) + part(2),
+                                qAlpha(top) + part(3));
+            }
         }
     }
 }
@@ -147,11 +125,10 @@ QImage renderLook(const SoftLook &look, const QSize &size) {
         return {};
     }
     QImage image = paintShape(look, size, reachOf(look, size).outward);
-    CoveragePlane coverage = coverageOf(image);
     for (const SoftShadow &shadow : look.shadows) {
-        if (const auto under = cast(shadow, coverage)) {
-            layUnder(coverage, *under);
-            layUnder(image, *under);
+        if (casts(shadow)) {
+            layUnder(image, coverageOf(image).blurred(sigmaOf(shadow), shadow.offset),
+                     shadow.color);
         }
     }
     return image;

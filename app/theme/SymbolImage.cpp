@@ -71,7 +71,7 @@ QStringList SymbolImage::names() { return icons().keys(); }
 qreal SymbolImage::boxEdge(qreal size) { return 2 * std::round(boxPerPoint * size / 2); }
 
 int SymbolImage::margin(qreal pixelRatio) const {
-    return static_cast<int>(std::ceil(boxEdge(size) * pixelRatio / iconGrid));
+    return static_cast<int>(std::ceil(boxEdge(size) * pixelRatio / iconGrid)) + 1;
 }
 
 QImage SymbolImage::render(qreal pixelRatio) const {

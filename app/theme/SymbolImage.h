@@ -7,7 +7,7 @@
 
 namespace tallyview {
 
-/// A system symbol as it is to be drawn. Plain value.
+/// A system symbol as it is to be drawn. Plain value, any thread.
 struct SymbolImage {
     QString name;     ///< for example "square.grid.2x2"
     qreal size = 12;  ///< points, as of a font that the symbol goes with
@@ -23,11 +23,13 @@ struct SymbolImage {
     /// sits on whole points in the middle of an even frame.
     static qreal boxEdge(qreal size);
 
-    /// The symbol in its box and a margin around it, premultiplied; the margin
-    /// gives bold outlines room and is `margin()` device pixels wide. A name
-    /// that is not known gives a null image.
+    /// The symbol in its box and a margin around it, premultiplied. A name that
+    /// is not known gives a null image.
     QImage render(qreal pixelRatio) const;
 
+private:
+    /// Device pixels around the box: room for a bold outline, and one that is
+    /// always clear for a turned symbol to fade into.
     int margin(qreal pixelRatio) const;
 };
 
