@@ -17,8 +17,15 @@ FocusScope {
 
     signal backRequested()
 
+    // The list that shows, if one does.
+    property ThreadList list: null
+
     function focusSearch() {
         header.focusSearch();
+    }
+
+    Keys.onPressed: event => {
+        event.accepted = list !== null && list.scrollForKey(event.key);
     }
 
     Rectangle {
@@ -59,6 +66,7 @@ FocusScope {
                 delegate: ThreadList {
                     anchors.fill: parent
                     content: faces
+                    Component.onCompleted: view.list = this
                 }
             }
             Repeater {
