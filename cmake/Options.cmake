@@ -18,3 +18,10 @@ if(TALLYVIEW_SANITIZE)
   add_compile_options(-fsanitize=${TALLYVIEW_SANITIZE} -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TALLYVIEW_SANITIZE})
 endif()
+
+# Warnings are for the code that we write, not for what the QML compiler generates.
+function(tallyview_quiet_generated_code target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "/\\.rcc/|/qmlcache/|_qmltyperegistrations\\.cpp$|/qrc_")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w")
+endfunction()

@@ -15,6 +15,8 @@ namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
 
+constexpr bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
 constexpr bool isAsciiDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
 constexpr char asciiLowered(char byte) {
@@ -34,6 +36,20 @@ std::size_t endOfTokenRun(std::string_view text, std::size_t at) {
     return at +
            static_cast<std::size_t>(std::ranges::find_if_not(rest, isTokenByte) - rest.begin());
 }
+
+/// A set of bytes that is quick to ask.
+class ByteSet {
+public:
+    explicit constexpr ByteSet(std::string_view bytes) {
+        for (const char byte : bytes) {
+            m_has[static_cast<unsigned char>(byte)] = true;
+        }
+    }
+    constexpr bool contains(char byte) const { return m_has[static_cast<unsigned char>(byte)]; }
+
+private:
+    std::array<bool, 256> m_has{};
+};
 
 bool isDecimalDigit(UChar32 codePoint) { return u_charType(codePoint) == U_DECIMAL_DIGIT_NUMBER; }
 
@@ -128,12 +144,22 @@ std::size_t afterAnyKeyWord(std::string_view text, std::size_t at) {
     return npos;
 }
 
-constexpr bool mayBeginKeyWord(char byte) {
-    return std::string_view("aprtsAPRTS\xC5").contains(byte);
+/// The first bytes of the key words, "ſ" included.
+constexpr ByteSet keyWordStarts("aprstAPRST\xC5");
+constexpr ByteSet asciiBlanks("\t\n\v\f\r ");
+constexpr ByteSet valueEnds("\t\n\v\f\r \"'\\,}");
+
+bool isBlankAt(std::string_view text, std::size_t at) {
+    return isAscii(text[at]) ? asciiBlanks.contains(text[at])
+                             : u_isUWhiteSpace(codePointAt(text, at)) != 0;
+}
+
+bool isValueAt(std::string_view text, std::size_t at) {
+    return isAscii(text[at]) ? !valueEnds.contains(text[at]) : !isBlankAt(text, at);
 }
 
 std::size_t afterBlanks(std::string_view text, std::size_t at) {
-    while (at < text.size() && u_isUWhiteSpace(codePointAt(text, at))) {
+    while (at < text.size() && isBlankAt(text, at)) {
         at += codePointLength(text, at);
     }
     return at;
@@ -149,11 +175,6 @@ std::size_t afterSeparator(std::string_view text, std::size_t at) {
         return npos;
     }
     return afterOptionalQuote(text, afterBlanks(text, at + 1));
-}
-
-bool isValueAt(std::string_view text, std::size_t at) {
-    return !std::string_view("\"'\\,}").contains(text[at]) &&
-           !u_isUWhiteSpace(codePointAt(text, at));
 }
 
 std::size_t afterValue(std::string_view text, std::size_t at) {
@@ -273,7 +294,7 @@ void maskKeyedValues(std::string &text) {
     Rewriter rewriter(text);
     for (std::size_t at = 0; at < text.size();) {
         const auto value =
-            mayBeginKeyWord(text[at]) ? keyedValueAt(text, at) : std::optional<Range>();
+            keyWordStarts.contains(text[at]) ? keyedValueAt(text, at) : std::optional<Range>();
         if (value) {
             rewriter.replace(value->begin, value->end, "[REDACTED]");
         }

@@ -22,18 +22,18 @@ using Instant = std::chrono::sys_time<std::chrono::duration<double>>;
 class ThreadRecord {
 public:
     struct Fields {
-        std::string id;              ///< the agent's identifier; identity of the record
-        std::string title;           ///< sanitized, never empty
-        std::string preview;         ///< sanitized, may be empty
-        std::string project;         ///< display name of the project, never empty
-        std::string projectPath;     ///< working directory as stored; empty when unknown
-        std::string source;          ///< "subagent", "local" or the agent's own word
-        std::string model;           ///< empty when unknown
-        std::string reasoningEffort; ///< empty when unknown
-        std::string branch;          ///< empty when unknown
+        std::string id{};              ///< the agent's identifier; identity of the record
+        std::string title{};           ///< sanitized, never empty
+        std::string preview{};         ///< sanitized, may be empty
+        std::string project{};         ///< display name of the project, never empty
+        std::string projectPath{};     ///< working directory as stored; empty when unknown
+        std::string source{};          ///< "subagent", "local" or the agent's own word
+        std::string model{};           ///< empty when unknown
+        std::string reasoningEffort{}; ///< empty when unknown
+        std::string branch{};          ///< empty when unknown
         std::int64_t tokensUsed = 0;
-        std::optional<Instant> createdAt; ///< absent when not recorded
-        std::optional<Instant> updatedAt; ///< time of the last activity
+        std::optional<Instant> createdAt{}; ///< absent when not recorded
+        std::optional<Instant> updatedAt{}; ///< time of the last activity
         bool archived = false;
         bool isSubagent = false; ///< spawned by another thread of the agent
         ThreadRunState runState = ThreadRunState::completed;

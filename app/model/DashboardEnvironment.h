@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/ThreadRecord.h"
+
+#include <QLocale>
+#include <QTimeZone>
+
+#include <chrono>
+#include <functional>
+
+namespace tallyview {
+
+class UrlOpener;
+class UserDefaults;
+
+/// The current time of the system's clock.
+Instant systemNow();
+
+/// What the dashboard takes from the world around it, so that a test can give it another one.
+/// The referenced objects outlive every model built on them.
+struct DashboardEnvironment {
+    UserDefaults &defaults;
+    UrlOpener &urlOpener;
+    std::function<Instant()> now = systemNow;
+    std::function<QTimeZone()> timeZone = QTimeZone::systemTimeZone;
+    QLocale collationLocale = QLocale::system(); ///< orders project names
+    std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
+};
+
+} // namespace tallyview

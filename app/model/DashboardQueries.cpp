@@ -1,0 +1,253 @@
+#include "app/model/DashboardModel.h"
+
+#include <QCollator>
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace tallyview {
+
+bool matches(const ThreadRecord &thread, TaskStatusFilter filter) {
+    switch (filter) {
+    case TaskStatusFilter::running:
+        return thread->runState == ThreadRunState::running && !thread->archived;
+    case TaskStatusFilter::completed:
+        return thread->runState == ThreadRunState::completed || thread->archived;
+    case TaskStatusFilter::all:
+        break;
+    }
+    return true;
+}
+
+namespace {
+
+template <class Predicate>
+ThreadList filtered(const ThreadList &threads, Predicate keeps) {
+    ThreadList kept;
+    std::copy_if(threads.begin(), threads.end(), std::back_inserter(kept), keeps);
+    return kept;
+}
+
+template <class Predicate>
+std::size_t countRoots(const ThreadList &threads, Predicate counts) {
+    return static_cast<std::size_t>(
+        std::count_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
+            return !thread->isSubagent && counts(thread);
+        }));
+}
+
+Instant sortKey(const ThreadRecord &thread) { return thread->updatedAt.value_or(distantPast); }
+
+bool passesRecency(Instant time, TaskRecencyFilter filter, const CalendarCutoffs &cutoffs) {
+    switch (filter) {
+    case TaskRecencyFilter::recent:
+        return time >= cutoffs.recent;
+    case TaskRecencyFilter::today:
+        return cutoffs.isToday(time);
+    case TaskRecencyFilter::week:
+        return time >= cutoffs.week;
+    case TaskRecencyFilter::older:
+        break;
+    }
+    return time < cutoffs.week;
+}
+
+/// Newest first or oldest first; equal times keep their order in both directions.
+void sortByTime(ThreadList &threads, bool newestFirst) {
+    std::stable_sort(threads.begin(), threads.end(),
+                     [newestFirst](const ThreadRecord &left, const ThreadRecord &right) {
+                         return newestFirst ? sortKey(left) > sortKey(right)
+                                            : sortKey(left) < sortKey(right);
+                     });
+}
+
+/// The threads of each project; a project is named as its first thread spells it.
+std::vector<std::pair<std::string, ThreadList>> byProject(const ThreadList &threads) {
+    std::vector<std::pair<std::string, ThreadList>> groups;
+    std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> positions;
+    for (const ThreadRecord &thread : threads) {
+        const auto [entry, isNew] = positions.try_emplace(thread->project, groups.size());
+        if (isNew) {
+            groups.emplace_back(thread->project, ThreadList());
+        }
+        groups[entry->second].second.push_back(thread);
+    }
+    return groups;
+}
+
+/// Sorts by the given figure, largest first, and by name in the user's language where equal.
+template <class Project, class Figure>
+void sortProjects(std::vector<Project> &projects, const QLocale &locale, Figure figure) {
+    const QCollator collator(locale);
+    std::stable_sort(projects.begin(), projects.end(),
+                     [&](const Project &left, const Project &right) {
+                         if (figure(left) != figure(right)) {
+                             return figure(left) > figure(right);
+                         }
+                         return collator.compare(QString::fromStdString(left.name),
+                                                 QString::fromStdString(right.name)) < 0;
+                     });
+}
+
+ProjectSummary summarized(const std::string &name, const ThreadList &threads) {
+    ProjectSummary summary;
+    summary.name = name;
+    summary.count = threads.size();
+    for (const ThreadRecord &thread : threads) {
+        summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
+        summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;
+        summary.lastUpdated = std::max(summary.lastUpdated, thread->updatedAt);
+    }
+    return summary;
+}
+
+std::string needle(const std::string &query) { return canonicalForm(lowercased(trimmed(query))); }
+
+} // namespace
+
+CalendarCutoffs DashboardModel::currentCutoffs() const {
+    return CalendarCutoffs::at(m_environment.now(), m_environment.timeZone());
+}
+
+ThreadList DashboardModel::rootThreads() const {
+    return filtered(m_threads, [](const ThreadRecord &thread) { return !thread->isSubagent; });
+}
+
+std::size_t DashboardModel::runningCount() const {
+    return countRoots(m_threads, [](const ThreadRecord &thread) {
+        return matches(thread, TaskStatusFilter::running);
+    });
+}
+
+std::size_t DashboardModel::archivedCount() const {
+    return countRoots(m_threads, [](const ThreadRecord &thread) { return thread->archived; });
+}
+
+std::size_t DashboardModel::todayCount() const {
+    const CalendarCutoffs cutoffs = currentCutoffs();
+    return countRoots(m_threads, [&](const ThreadRecord &thread) {
+        return thread->updatedAt && cutoffs.isToday(*thread->updatedAt);
+    });
+}
+
+std::size_t DashboardModel::projectCount() const {
+    std::unordered_set<std::string_view, CanonicalHash, CanonicalEqual> names;
+    for (const ThreadRecord &thread : m_threads) {
+        if (!thread->isSubagent) {
+            names.insert(thread->project);
+        }
+    }
+    return names.size();
+}
+
+std::size_t DashboardModel::count(TaskStatusFilter filter) const {
+    return countRoots(m_threads, [&](const ThreadRecord &thread) {
+        return (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
+               matches(thread, filter);
+    });
+}
+
+ThreadList DashboardModel::visibleThreads() const { return visibleThreads(currentCutoffs()); }
+
+ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs) const {
+    const std::string searched = needle(m_query);
+    ThreadList visible = filtered(m_threads, [&](const ThreadRecord &thread) {
+        if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
+            return false;
+        }
+        if (!thread->updatedAt) {
+            // A thread without a time is listed under "older" whatever the other filters say.
+            return m_recencyFilter == TaskRecencyFilter::older;
+        }
+        return passesRecency(*thread->updatedAt, m_recencyFilter, cutoffs) &&
+               (!m_pinnedOnly || m_pinnedIDs.contains(thread.id())) &&
+               (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
+               (m_source == "all" || canonicallyEqual(thread->source, m_source)) &&
+               thread.searchText().find(searched) != std::string::npos;
+    });
+    sortByTime(visible, m_newestFirst);
+    return visible;
+}
+
+std::vector<ThreadTimeGroup> DashboardModel::timeGroups() const {
+    const CalendarCutoffs cutoffs = currentCutoffs();
+    return timeGroups(visibleThreads(cutoffs), cutoffs);
+}
+
+std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visible,
+                                                        const CalendarCutoffs &cutoffs) {
+    // During the first hour of a day a thread of shortly before midnight is in "recent" and in
+    // "week".
+    const auto belongs = [&](const ThreadRecord &thread, TaskRecencyFilter bucket) {
+        const Instant time = sortKey(thread);
+        switch (bucket) {
+        case TaskRecencyFilter::recent:
+            return time >= cutoffs.recent;
+        case TaskRecencyFilter::today:
+            return time < cutoffs.recent && cutoffs.isToday(time);
+        case TaskRecencyFilter::week:
+            return time < cutoffs.startOfToday && time >= cutoffs.week;
+        case TaskRecencyFilter::older:
+            break;
+        }
+        return time < cutoffs.week;
+    };
+    std::vector<ThreadTimeGroup> groups;
+    for (const TaskRecencyFilter bucket : allCases<TaskRecencyFilter>) {
+        ThreadList threads = filtered(
+            visible, [&](const ThreadRecord &thread) { return belongs(thread, bucket); });
+        if (!threads.empty()) {
+            groups.push_back({std::string(rawValue(bucket)), std::string(title(bucket)),
+                              std::move(threads)});
+        }
+    }
+    return groups;
+}
+
+ThreadList DashboardModel::groupedThreads() const {
+    return m_includeSubagents ? m_threads : rootThreads();
+}
+
+std::vector<ProjectCount> DashboardModel::projects() const {
+    std::vector<ProjectCount> projects;
+    for (const auto &[name, threads] : byProject(groupedThreads())) {
+        projects.push_back({name, threads.size()});
+    }
+    sortProjects(projects, m_environment.collationLocale,
+                 [](const ProjectCount &project) { return project.count; });
+    return projects;
+}
+
+std::vector<ProjectSummary> DashboardModel::projectSummaries() const {
+    std::vector<ProjectSummary> summaries;
+    for (const auto &[name, threads] : byProject(groupedThreads())) {
+        summaries.push_back(summarized(name, threads));
+    }
+    sortProjects(summaries, m_environment.collationLocale, [](const ProjectSummary &summary) {
+        return summary.lastUpdated.value_or(distantPast);
+    });
+    return summaries;
+}
+
+bool DashboardModel::hasExtraFilters() const {
+    return m_selectedProject || hasExtraFiltersIgnoringProject();
+}
+
+bool DashboardModel::hasExtraFiltersIgnoringProject() const {
+    return !m_query.empty() || m_source != "all" || m_includeSubagents || m_pinnedOnly ||
+           m_statusFilter != TaskStatusFilter::running ||
+           m_recencyFilter != TaskRecencyFilter::today;
+}
+
+std::optional<ThreadRecord> DashboardModel::selectedThread() const {
+    if (m_selectedThreadID) {
+        for (const ThreadRecord &thread : m_threads) {
+            if (canonicallyEqual(thread.id(), *m_selectedThreadID)) {
+                return thread;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace tallyview

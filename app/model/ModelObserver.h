@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/model/DashboardModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQmlIntegration>
+
+namespace tallyview {
+
+/// What a view shows of the dashboard, worked out once for all changes of one turn of the event
+/// loop.
+class ModelObserver : public QObject {
+    Q_OBJECT
+    QML_ANONYMOUS
+    Q_PROPERTY(tallyview::DashboardModel *model READ model WRITE setModel NOTIFY modelChanged)
+
+public:
+    using QObject::QObject;
+
+    DashboardModel *model() const { return m_model; }
+    /// The model is not owned. What is shown follows at once.
+    void setModel(DashboardModel *model);
+
+signals:
+    void modelChanged();
+
+protected:
+    /// Recomputes what is shown. Called with a model only.
+    virtual void update() = 0;
+
+private:
+    void scheduleUpdate();
+    void updateNow();
+
+    QPointer<DashboardModel> m_model;
+    bool m_updateIsScheduled = false;
+};
+
+} // namespace tallyview

@@ -1,0 +1,54 @@
+#include "app/model/ThreadFormatting.h"
+
+#include <QDateTime>
+#include <QLocale>
+
+#include <cmath>
+
+namespace tallyview::ThreadFormatting {
+
+namespace {
+
+QString formatted(Instant date, const QTimeZone &timeZone, const QString &pattern) {
+    static const QLocale chinese(QLocale::Chinese, QLocale::China);
+    const double milliseconds = std::floor(date.time_since_epoch().count() * 1000.0);
+    return chinese.toString(
+        QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), timeZone), pattern);
+}
+
+QString wholeUnits(double age, double unit, const QString &suffix) {
+    return QString::number(static_cast<qint64>(age / unit)) + suffix;
+}
+
+} // namespace
+
+QString full(std::optional<Instant> date, const QTimeZone &timeZone) {
+    if (!date) {
+        return QStringLiteral("未知");
+    }
+    return formatted(*date, timeZone, QStringLiteral("yyyy/MM/dd HH:mm"));
+}
+
+QString relative(std::optional<Instant> date, Instant now, const QTimeZone &timeZone) {
+    if (!date) {
+        return QStringLiteral("时间未知");
+    }
+    const double age = (now - *date).count();
+    if (age < 60) {
+        return QStringLiteral("刚刚");
+    }
+    if (age < 3600) {
+        return wholeUnits(age, 60, QStringLiteral(" 分钟前"));
+    }
+    if (age < 86400) {
+        return wholeUnits(age, 3600, QStringLiteral(" 小时前"));
+    }
+    if (age < 604800) {
+        return wholeUnits(age, 86400, QStringLiteral(" 天前"));
+    }
+    return formatted(*date, timeZone, QStringLiteral("MM/dd"));
+}
+
+QString number(std::int64_t value) { return QLocale().toString(static_cast<qlonglong>(value)); }
+
+} // namespace tallyview::ThreadFormatting

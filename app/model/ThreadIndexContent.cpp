@@ -1,0 +1,177 @@
+#include "app/model/ThreadIndexContent.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tallyview {
+
+namespace {
+
+/// Rows this far outside the visible stretch exist already when they scroll into it.
+constexpr double overscan = 240;
+
+} // namespace
+
+void ThreadIndexContent::setIndex(ThreadIndexState *index) {
+    if (m_index == index) {
+        return;
+    }
+    if (m_index) {
+        disconnect(m_index, nullptr, this, nullptr);
+    }
+    m_index = index;
+    if (index) {
+        connect(index, &ThreadIndexState::evaluated, this, &ThreadIndexContent::follow);
+        follow();
+    }
+    emit indexChanged();
+}
+
+void ThreadIndexContent::setViewTop(double top) {
+    if (m_viewTop != top) {
+        m_viewTop = top;
+        showRows();
+        emit viewTopChanged();
+    }
+}
+
+void ThreadIndexContent::setViewHeight(double height) {
+    if (m_viewHeight != height) {
+        m_viewHeight = height;
+        showRows();
+        emit viewHeightChanged();
+    }
+}
+
+void ThreadIndexContent::select(int row) {
+    m_index->model()->setSelectedThreadID(threadOfRow(row).id());
+}
+
+void ThreadIndexContent::open(int row) {
+    const ThreadRecord thread = threadOfRow(row);
+    select(row);
+    m_index->model()->open(thread);
+}
+
+const ThreadRecord &ThreadIndexContent::threadOfRow(int row) const {
+    return m_rowThreads.at(static_cast<std::size_t>(row));
+}
+
+void ThreadIndexContent::follow() {
+    const DashboardModel *model = m_index->model();
+    if (!m_live || !model || !m_index->timeGroups()) {
+        return;
+    }
+    const bool isFirst = !m_groups;
+    const auto before = std::exchange(m_groups, m_index->timeGroups());
+    const ThreadListLayout layoutBefore = std::exchange(m_layout, ThreadListLayout(*m_groups));
+    m_face = currentFace();
+    m_errorMessage = QString::fromStdString(model->errorMessage().value_or(std::string()));
+    const bool searchChanged = std::exchange(m_query, model->query()) != m_query;
+    const auto selectedBefore = std::exchange(m_selectedID, model->selectedThreadID());
+    emit changed();
+    if (!isFirst) {
+        scrollTo(searchChanged ? 0 : anchoredTop(*before, layoutBefore), false);
+    }
+    m_ranges = rangesNearView();
+    rebuildRows();
+    if (!isFirst && m_selectedID && m_selectedID != selectedBefore) {
+        showSelection();
+    }
+}
+
+ThreadIndexContent::Face ThreadIndexContent::currentFace() const {
+    const DashboardModel &model = *m_index->model();
+    if (model.threads().empty() && model.isLoading()) {
+        return Loading;
+    }
+    if (model.threads().empty() && model.errorMessage()) {
+        return Error;
+    }
+    return m_groups->empty() ? Empty : List;
+}
+
+double ThreadIndexContent::anchoredTop(const Groups &before,
+                                       const ThreadListLayout &layoutBefore) const {
+    if (m_viewTop <= 0) {
+        return m_viewTop;
+    }
+    for (const auto &range : layoutBefore.rangesWithin(m_viewTop, m_viewTop + m_viewHeight)) {
+        for (std::size_t row = range.first; row < range.end; ++row) {
+            if (const auto top = topOf(before[range.group].threads[row].id())) {
+                return m_viewTop + *top - layoutBefore.rowTop(range.group, row);
+            }
+        }
+    }
+    return m_viewTop;
+}
+
+void ThreadIndexContent::scrollTo(double top, bool animated) {
+    const double lowest = std::max(0.0, m_layout.height() - m_viewHeight);
+    const double clamped = std::clamp(top, 0.0, lowest);
+    if (clamped == m_viewTop) {
+        return;
+    }
+    if (!animated) {
+        m_viewTop = clamped;
+    }
+    emit scrollRequested(clamped, animated);
+}
+
+void ThreadIndexContent::showSelection() {
+    if (const auto top = topOf(*m_selectedID)) {
+        scrollTo(*top + (ThreadListLayout::rowHeight - m_viewHeight) / 2, true);
+    }
+}
+
+std::optional<double> ThreadIndexContent::topOf(std::string_view id) const {
+    for (std::size_t group = 0; group < m_groups->size(); ++group) {
+        const ThreadList &threads = (*m_groups)[group].threads;
+        const auto found = std::find_if(threads.begin(), threads.end(),
+                                        [&](const ThreadRecord &thread) {
+                                            return canonicallyEqual(thread.id(), id);
+                                        });
+        if (found != threads.end()) {
+            return m_layout.rowTop(group, static_cast<std::size_t>(found - threads.begin()));
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<ThreadListLayout::Range> ThreadIndexContent::rangesNearView() const {
+    return m_layout.rangesWithin(m_viewTop - overscan, m_viewTop + m_viewHeight + overscan);
+}
+
+void ThreadIndexContent::showRows() {
+    auto ranges = rangesNearView();
+    if (ranges != m_ranges) {
+        m_ranges = std::move(ranges);
+        rebuildRows();
+    }
+}
+
+void ThreadIndexContent::rebuildRows() {
+    if (!m_index || !m_groups) {
+        return;
+    }
+    std::vector<TimeGroupRow> headers;
+    std::vector<TaskRow> rows;
+    m_rowThreads.clear();
+    const QTimeZone timeZone = m_index->model()->environment().timeZone();
+    for (const auto &range : m_ranges) {
+        const ThreadTimeGroup &group = (*m_groups)[range.group];
+        headers.push_back(timeGroupRow(group));
+        headers.back().top = m_layout.headerTop(range.group);
+        for (std::size_t i = range.first; i < range.end; ++i) {
+            const ThreadRecord &thread = group.threads[i];
+            rows.push_back(taskRow(thread, group, m_index->evaluatedAt(), timeZone));
+            rows.back().selected = m_selectedID && canonicallyEqual(thread.id(), *m_selectedID);
+            rows.back().top = m_layout.rowTop(range.group, i);
+            m_rowThreads.push_back(thread);
+        }
+    }
+    m_headers.show(std::move(headers));
+    m_rows.show(std::move(rows));
+}
+
+} // namespace tallyview

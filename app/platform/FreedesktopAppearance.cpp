@@ -1,0 +1,136 @@
+#include "app/platform/FreedesktopAppearance.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <algorithm>
+#include <array>
+
+namespace tallyview {
+
+namespace {
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+
+using Setting = std::pair<QString, QString>;
+const Setting colorScheme{QStringLiteral("org.freedesktop.appearance"),
+                          QStringLiteral("color-scheme")};
+const Setting reducedMotionFlag{QStringLiteral("org.freedesktop.appearance"),
+                                QStringLiteral("reduced-motion")};
+const Setting enableAnimations{QStringLiteral("org.gnome.desktop.interface"),
+                               QStringLiteral("enable-animations")};
+const Setting animationFactor{QStringLiteral("org.kde.kdeglobals.KDE"),
+                              QStringLiteral("AnimationDurationFactor")};
+const std::array settings{colorScheme, reducedMotionFlag, enableAnimations, animationFactor};
+
+enum ColorScheme : uint { noPreference = 0, preferDark = 1, preferLight = 2 };
+
+/// Version 1 of the portal wraps its answer in a second variant.
+QVariant unwrapped(QVariant value) {
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
+        value = value.value<QDBusVariant>().variant();
+    }
+    return value;
+}
+
+bool isDark(const QPalette &palette) {
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
+bool isZero(const QVariant &value) {
+    bool isNumber = false;
+    return value.toDouble(&isNumber) == 0 && isNumber;
+}
+
+} // namespace
+
+FreedesktopAppearance::FreedesktopAppearance(const QDBusConnection &bus, QObject *parent)
+    : SystemAppearance(parent)
+    , m_bus(bus)
+    , m_portalWatcher(portalService, bus, QDBusServiceWatcher::WatchForRegistration)
+    , m_dark(darkWanted()) {
+    qGuiApp->installEventFilter(this);
+    qRegisterMetaType<QDBusVariant>(); // connect() looks the slot's types up by name
+    m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"),
+                  this, SLOT(settingChanged(QString, QString, QDBusVariant)));
+    connect(&m_portalWatcher, &QDBusServiceWatcher::serviceRegistered, this,
+            &FreedesktopAppearance::readSettings);
+    readSettings();
+}
+
+bool FreedesktopAppearance::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) {
+        update();
+    }
+    return SystemAppearance::eventFilter(watched, event);
+}
+
+void FreedesktopAppearance::settingChanged(const QString &group, const QString &key,
+                                           const QDBusVariant &value) {
+    adopt({group, key}, value);
+}
+
+void FreedesktopAppearance::readSettings() {
+    for (const Setting &setting : settings) {
+        readSetting(setting);
+    }
+}
+
+void FreedesktopAppearance::readSetting(const Setting &setting) {
+    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
+                                                       QStringLiteral("Read"));
+    call.setArguments({setting.first, setting.second});
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, setting] {
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        watcher->deleteLater();
+        if (!reply.isError()) {
+            adopt(setting, reply.value());
+        }
+    });
+}
+
+void FreedesktopAppearance::adopt(const Setting &setting, const QDBusVariant &value) {
+    if (std::find(settings.begin(), settings.end(), setting) != settings.end()) {
+        m_settings.insert(setting, unwrapped(value.variant()));
+        update();
+    }
+}
+
+void FreedesktopAppearance::update() {
+    const bool wasDark = std::exchange(m_dark, darkWanted());
+    const bool wasReduced = std::exchange(m_reducedMotion, reducedMotionWanted());
+    if (m_dark != wasDark) {
+        emit darkChanged();
+    }
+    if (m_reducedMotion != wasReduced) {
+        emit reducedMotionChanged();
+    }
+}
+
+bool FreedesktopAppearance::darkWanted() const {
+    switch (m_settings.value(colorScheme).toUInt()) {
+    case preferDark:
+        return true;
+    case preferLight:
+        return false;
+    default:
+        return isDark(QGuiApplication::palette());
+    }
+}
+
+bool FreedesktopAppearance::reducedMotionWanted() const {
+    return m_settings.value(reducedMotionFlag).toUInt() == 1 ||
+           m_settings.value(enableAnimations, true) == QVariant(false) ||
+           isZero(m_settings.value(animationFactor));
+}
+
+} // namespace tallyview

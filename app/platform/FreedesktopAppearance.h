@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/platform/SystemAppearance.h"
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QMap>
+#include <QVariant>
+
+#include <utility>
+
+class QDBusVariant;
+
+namespace tallyview {
+
+/// The system appearance as the desktop portal's settings tell it, each asked for asynchronously
+/// and followed from then on. Until the portal answers, and where it has no preference, the
+/// lightness of the application's palette decides, which the program therefore must not set
+/// itself; without the portal motion is not reduced.
+class FreedesktopAppearance : public SystemAppearance {
+    Q_OBJECT
+
+public:
+    /// Needs a QGuiApplication.
+    explicit FreedesktopAppearance(const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                                   QObject *parent = nullptr);
+
+    bool dark() const override { return m_dark; }
+    bool reducedMotion() const override { return m_reducedMotion; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    using Setting = std::pair<QString, QString>; ///< group and key
+
+    void readSettings();
+    void readSetting(const Setting &setting);
+    void adopt(const Setting &setting, const QDBusVariant &value);
+    void update();
+    bool darkWanted() const;
+    bool reducedMotionWanted() const;
+
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_portalWatcher;
+    QMap<Setting, QVariant> m_settings; ///< those the portal has answered
+    bool m_dark = false;
+    bool m_reducedMotion = false;
+};
+
+} // namespace tallyview

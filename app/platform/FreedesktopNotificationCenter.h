@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/platform/NotificationCenter.h"
+
+#include <QDBusConnection>
+#include <QList>
+
+#include <chrono>
+#include <functional>
+
+class QDBusMessage;
+
+namespace tallyview {
+
+/// Notices through the desktop's notification daemon, `org.freedesktop.Notifications`.
+///
+/// The daemon sends clicks only to the connection that posted the notice, so the centre keeps one
+/// of its own open; when the bus was missing or broke, the next call connects anew. A daemon that
+/// answers counts as permission. A daemon that is missing, fails or is slower than `patience` is
+/// answered with its error text; each call asks afresh, so one that starts later is used.
+class FreedesktopNotificationCenter : public NotificationCenter {
+    Q_OBJECT
+
+public:
+    explicit FreedesktopNotificationCenter(
+        std::chrono::milliseconds patience = std::chrono::seconds(10), QObject *parent = nullptr);
+    ~FreedesktopNotificationCenter() override;
+
+    void requestAuthorization(AuthorizationAnswer answer) override;
+    void readAuthorization(StatusAnswer answer) override;
+    /// The subtitle and the body become two lines of the notice's body.
+    void add(const NotificationRequest &request, DeliveryOutcome outcome) override;
+    /// Closes the notice.
+    void acknowledge(const QString &identifier) override;
+
+private slots:
+    void activationTokenReceived(uint id, const QString &token, const QDBusMessage &signal);
+    void actionInvoked(uint id, const QString &action, const QDBusMessage &signal);
+
+private:
+    /// A notice on the screen or in the daemon's history.
+    struct Notice {
+        QString daemon; ///< unique bus name: another daemon counts its ids anew
+        uint id = 0;
+        NotificationActivation activation;
+    };
+    using Reply = std::function<void(const QDBusMessage &reply)>;
+
+    QDBusConnection bus();
+    void call(const QDBusMessage &message, std::chrono::milliseconds patience, Reply reply);
+    void askDaemon(Reply reply);
+    void notify(const NotificationRequest &request, const QStringList &capabilities,
+                const DeliveryOutcome &outcome);
+    void remember(const NotificationRequest &request, const QString &daemon, uint id);
+    QList<Notice>::iterator find(const QString &daemon, uint id);
+
+    std::chrono::milliseconds m_patience;
+    QString m_connectionName;
+    QList<Notice> m_shown; ///< oldest first
+    QList<Notice> m_activated;
+};
+
+} // namespace tallyview

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/platform/UserDefaults.h"
+
+#include <QFileSystemWatcher>
+#include <QMap>
+#include <QSettings>
+#include <QTimer>
+
+namespace tallyview {
+
+/// User defaults in the section [General] of an INI file.
+///
+/// A change is written within a quarter of a second, and at destruction at the latest. A change
+/// that another process writes, in place or by replacing the file, is noticed; where both changed
+/// the same key, the one written last stays.
+class IniUserDefaults : public UserDefaults {
+    Q_OBJECT
+
+public:
+    /// The file and its folder need not exist; the first write creates them.
+    explicit IniUserDefaults(const QString &filePath = defaultFilePath(),
+                             QObject *parent = nullptr);
+    ~IniUserDefaults() override;
+
+    /// orvik/tallyview.conf in the user's configuration folder ($XDG_CONFIG_HOME).
+    static QString defaultFilePath();
+
+    QVariant value(const QString &key) const override;
+    void setValue(const QString &key, const QVariant &value) override;
+    void remove(const QString &key) override;
+
+private:
+    using Values = QMap<QString, QVariant>;
+
+    void change(const QString &key, const QVariant &kept);
+    void write();
+    void synchronize();
+    void adopt(const Values &values);
+    Values fileValues() const;
+    void watch();
+
+    QSettings m_file;
+    Values m_values;  ///< what value() answers
+    Values m_pending; ///< not yet written; invalid for a key to remove
+    QTimer m_syncTimer;
+    QFileSystemWatcher m_watcher;
+};
+
+} // namespace tallyview

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/model/ModelObserver.h"
+
+#include <QtQmlIntegration>
+
+namespace tallyview {
+
+class TaskNotificationService;
+
+/// The commands of the menu bar. Main thread.
+class AppCommands : public ModelObserver {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns the commands")
+    Q_PROPERTY(bool canOpenSelected READ canOpenSelected NOTIFY canOpenSelectedChanged)
+
+public:
+    /// Neither is owned; both outlive the commands.
+    AppCommands(DashboardModel &model, TaskNotificationService &notifications);
+
+    bool canOpenSelected() const { return m_canOpenSelected; }
+
+    Q_INVOKABLE void openSelected() const;
+    /// Starts a refresh and does not wait for it.
+    Q_INVOKABLE void refresh() const;
+    Q_INVOKABLE void sendTestNotification() const;
+
+signals:
+    void canOpenSelectedChanged();
+    /// The search field is to take the keyboard focus.
+    void focusTaskSearch();
+
+private:
+    void update() override;
+
+    TaskNotificationService &m_notifications;
+    bool m_canOpenSelected = false;
+};
+
+} // namespace tallyview

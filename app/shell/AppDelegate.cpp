@@ -1,0 +1,15 @@
+#include "app/shell/AppDelegate.h"
+
+#include "app/model/TaskNotificationService.h"
+#include "app/shell/AppAssets.h"
+
+#include <QGuiApplication>
+
+namespace tallyview {
+
+void AppDelegate::applicationDidFinishLaunching() {
+    QGuiApplication::setWindowIcon(AppAssets::orvikIcon());
+    m_notifications.configure();
+}
+
+} // namespace tallyview

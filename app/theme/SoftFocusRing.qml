@@ -1,0 +1,26 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvik.Tallyview.Theme
+
+/// A ring around `target`, its parent or a sibling, while the keyboard's focus
+/// is there. `radius` is the target's own corner radius.
+Item {
+    id: ring
+
+    required property T.Control target
+    property real radius: 0
+
+    readonly property real gap: 1
+    readonly property real line: 2
+
+    anchors.fill: target
+    anchors.margins: -(gap + line / 2)
+    visible: target.visible && target.visualFocus
+
+    SoftSurface {
+        anchors.fill: parent
+        radius: ring.radius + ring.gap + ring.line / 2
+        outline: SoftTheme.accent
+        outlineWidth: ring.line
+    }
+}

@@ -1,0 +1,63 @@
+#include "app/theme/SoftPalette.h"
+
+namespace tallyview {
+namespace {
+
+QColor rgb(float red, float green, float blue, float opacity = 1) {
+    return QColor::fromRgbF(red, green, blue, opacity);
+}
+
+QColor white(float opacity) { return rgb(1, 1, 1, opacity); }
+QColor black(float opacity) { return rgb(0, 0, 0, opacity); }
+
+SoftPalette lightPalette() {
+    return {
+        .canvas = rgb(0.945F, 0.965F, 0.972F),
+        .raisedSurface = rgb(0.968F, 0.982F, 0.986F),
+        .insetSurface = rgb(0.9F, 0.93F, 0.94F),
+        .liftedSurface = rgb(0.982F, 0.992F, 0.995F),
+        .primaryInk = rgb(0.1F, 0.15F, 0.17F),
+        .secondaryInk = rgb(0.37F, 0.45F, 0.48F),
+        .mutedInk = rgb(0.52F, 0.59F, 0.62F),
+        .shadowTint = rgb(0.49F, 0.58F, 0.62F),
+        .softShadowDark = rgb(0.49F, 0.58F, 0.62F, 0.23F),
+        .softShadowLight = white(0.95F),
+        .rimLight = white(0.86F),
+        .hairline = black(0.075F),
+        .knobFill = rgb(0.98F, 0.95F, 0.88F, 0.96F),
+        .knobRim = rgb(0.77F, 0.72F, 0.64F, 0.28F),
+        .knobShadow = black(0.14F),
+    };
+}
+
+/// The highlight and the rim are nearly invisible here: the dark look rests on
+/// the black shadow alone.
+SoftPalette darkPalette() {
+    return {
+        .canvas = rgb(0.075F, 0.105F, 0.12F),
+        .raisedSurface = rgb(0.102F, 0.14F, 0.16F),
+        .insetSurface = rgb(0.055F, 0.078F, 0.09F),
+        .liftedSurface = rgb(0.125F, 0.17F, 0.19F),
+        .primaryInk = rgb(0.92F, 0.96F, 0.97F),
+        .secondaryInk = rgb(0.6F, 0.69F, 0.72F),
+        .mutedInk = rgb(0.45F, 0.54F, 0.57F),
+        .shadowTint = rgb(0.49F, 0.58F, 0.62F),
+        .softShadowDark = black(0.42F),
+        .softShadowLight = white(0.025F),
+        .rimLight = white(0.08F),
+        .hairline = white(0.1F),
+        .knobFill = rgb(0.97F, 0.94F, 0.86F, 0.68F),
+        .knobRim = white(0.18F),
+        .knobShadow = black(0.34F),
+    };
+}
+
+} // namespace
+
+const SoftPalette &SoftPalette::of(bool dark) {
+    static const SoftPalette light = lightPalette();
+    static const SoftPalette night = darkPalette();
+    return dark ? night : light;
+}
+
+} // namespace tallyview

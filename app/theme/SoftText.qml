@@ -1,0 +1,19 @@
+import QtQuick
+import Orvik.Tallyview.Theme
+
+/// A visible text: always plain, cut at the end when there is no room.
+Text {
+    id: text
+
+    property real size: 11
+    property int weight: Font.Normal
+    property int design: SoftFont.System
+
+    font: SoftFont.font(text.size, text.weight, text.design)
+    color: SoftTheme.primaryInk
+    textFormat: Text.PlainText
+    elide: Text.ElideRight
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text.text
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "app/theme/AppearanceMode.h"
+#include "app/theme/SoftPalette.h"
+
+#include <QObject>
+#include <QVariantList>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace tallyview {
+
+/// The look in effect, for QML: one object per engine, main thread only.
+/// The shell writes `dark` and `reducedMotion`; everything else follows.
+class SoftTheme : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark MEMBER m_dark NOTIFY darkChanged)
+    Q_PROPERTY(bool reducedMotion MEMBER m_reducedMotion NOTIFY reducedMotionChanged)
+
+    Q_PROPERTY(QColor canvas READ canvas NOTIFY darkChanged)
+    Q_PROPERTY(QColor raisedSurface READ raisedSurface NOTIFY darkChanged)
+    Q_PROPERTY(QColor insetSurface READ insetSurface NOTIFY darkChanged)
+    Q_PROPERTY(QColor liftedSurface READ liftedSurface NOTIFY darkChanged)
+    Q_PROPERTY(QColor primaryInk READ primaryInk NOTIFY darkChanged)
+    Q_PROPERTY(QColor secondaryInk READ secondaryInk NOTIFY darkChanged)
+    Q_PROPERTY(QColor mutedInk READ mutedInk NOTIFY darkChanged)
+    Q_PROPERTY(QColor shadowTint READ shadowTint NOTIFY darkChanged)
+    Q_PROPERTY(QColor softShadowDark READ softShadowDark NOTIFY darkChanged)
+    Q_PROPERTY(QColor softShadowLight READ softShadowLight NOTIFY darkChanged)
+    Q_PROPERTY(QColor rimLight READ rimLight NOTIFY darkChanged)
+    Q_PROPERTY(QColor hairline READ hairline NOTIFY darkChanged)
+    Q_PROPERTY(QColor knobFill READ knobFill NOTIFY darkChanged)
+    Q_PROPERTY(QColor knobRim READ knobRim NOTIFY darkChanged)
+    Q_PROPERTY(QColor knobShadow READ knobShadow NOTIFY darkChanged)
+
+    Q_PROPERTY(QColor accent READ accent CONSTANT)
+    Q_PROPERTY(QColor accentInk READ accentInk CONSTANT)
+    Q_PROPERTY(QColor running READ running CONSTANT)
+    Q_PROPERTY(QColor warning READ warning CONSTANT)
+    Q_PROPERTY(QColor clear READ clear CONSTANT)
+
+    /// Milliseconds. One-shot changes take no time under reduced motion; the
+    /// two endless ones keep their period and must not be started then.
+    Q_PROPERTY(int replaceDuration READ replaceDuration NOTIFY reducedMotionChanged)
+    Q_PROPERTY(int hoverDuration READ hoverDuration NOTIFY reducedMotionChanged)
+    Q_PROPERTY(int focusSlideDuration READ focusSlideDuration NOTIFY reducedMotionChanged)
+    Q_PROPERTY(int pulseDuration READ pulseDuration CONSTANT)
+    Q_PROPERTY(int spinDuration READ spinDuration CONSTANT)
+
+    /// The choices of the appearance picker, in its order.
+    Q_PROPERTY(QVariantList appearanceModes READ appearanceModes CONSTANT)
+
+public:
+    using QObject::QObject;
+
+    static const SoftPalette &palette(bool dark) { return SoftPalette::of(dark); }
+
+    /// `color` with its opacity multiplied by `opacity` (0 to 1).
+    Q_INVOKABLE static QColor withOpacity(const QColor &color, qreal opacity);
+    /// The mode that a stored text stands for; unknown texts are `system`.
+    Q_INVOKABLE static tallyview::AppearanceMode appearanceMode(const QString &stored);
+
+    QColor canvas() const { return current().canvas; }
+    QColor raisedSurface() const { return current().raisedSurface; }
+    QColor insetSurface() const { return current().insetSurface; }
+    QColor liftedSurface() const { return current().liftedSurface; }
+    QColor primaryInk() const { return current().primaryInk; }
+    QColor secondaryInk() const { return current().secondaryInk; }
+    QColor mutedInk() const { return current().mutedInk; }
+    QColor shadowTint() const { return current().shadowTint; }
+    QColor softShadowDark() const { return current().softShadowDark; }
+    QColor softShadowLight() const { return current().softShadowLight; }
+    QColor rimLight() const { return current().rimLight; }
+    QColor hairline() const { return current().hairline; }
+    QColor knobFill() const { return current().knobFill; }
+    QColor knobRim() const { return current().knobRim; }
+    QColor knobShadow() const { return current().knobShadow; }
+
+    static QColor accent() { return softcolor::accent; }
+    static QColor accentInk() { return softcolor::accentInk; }
+    static QColor running() { return softcolor::running; }
+    static QColor warning() { return softcolor::warning; }
+    static QColor clear() { return Qt::transparent; }
+
+    int replaceDuration() const { return unlessReduced(240); }
+    int hoverDuration() const { return unlessReduced(180); }
+    int focusSlideDuration() const { return unlessReduced(280); }
+    static int pulseDuration() { return 1100; }
+    static int spinDuration() { return 800; }
+
+    static QVariantList appearanceModes();
+
+signals:
+    void darkChanged();
+    void reducedMotionChanged();
+
+private:
+    const SoftPalette &current() const { return palette(m_dark); }
+    int unlessReduced(int duration) const { return m_reducedMotion ? 0 : duration; }
+
+    bool m_dark = false;
+    bool m_reducedMotion = false;
+};
+
+} // namespace tallyview

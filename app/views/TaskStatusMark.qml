@@ -1,0 +1,46 @@
+import QtQuick
+import Orvik.Tallyview.Theme
+
+// The round mark of a task's state. A finished task keeps the colour of a running one, only
+// fainter. Whether it pulses is decided when it comes on screen.
+Item {
+    id: mark
+
+    required property bool active
+    required property string label
+
+    property bool pulses: false
+
+    width: 34
+    height: 34
+    Accessible.role: Accessible.Graphic
+    Accessible.name: label
+    Component.onCompleted: pulses = active && !SoftTheme.reducedMotion
+
+    Rectangle {
+        anchors.fill: parent
+        radius: width / 2
+        color: SoftTheme.withOpacity(SoftTheme.running, mark.active ? 0.1 : 0.07)
+        border.width: 1
+        border.color: SoftTheme.withOpacity(SoftTheme.running, 0.2)
+    }
+    SoftSymbol {
+        id: symbol
+
+        anchors.centerIn: parent
+        name: mark.active ? "waveform.path.ecg" : "checkmark"
+        size: mark.active ? 14 : 13
+        weight: mark.active ? Font.DemiBold : Font.Bold
+        color: SoftTheme.running
+    }
+    SequentialAnimation {
+        id: pulse
+
+        running: mark.pulses && mark.active && !SoftTheme.reducedMotion
+        loops: Animation.Infinite
+        onStopped: symbol.opacity = 1
+
+        PulseAnimation { target: symbol; property: "opacity"; from: 1; to: 0.55 }
+        PulseAnimation { target: symbol; property: "opacity"; from: 0.55; to: 1 }
+    }
+}

@@ -1,0 +1,87 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+
+// The threads of the current filters below the header that sets them.
+FocusScope {
+    id: view
+
+    required property DashboardModel model
+    required property string title
+    // Shows the back button, and keeps the project when filters are reset.
+    property bool canGoBack: false
+
+    readonly property bool searchFocused: header.searchFocused
+
+    signal backRequested()
+
+    function focusSearch() {
+        header.focusSearch();
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: SoftTheme.canvas
+    }
+    ThreadIndexState {
+        id: threadIndex
+
+        model: view.model
+    }
+    ReplacedContent {
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        identity: threadIndex.contentIdentity
+        content: ReplaceableContent {
+            id: shown
+
+            ThreadIndexContent {
+                id: faces
+
+                live: shown.live
+                index: threadIndex
+            }
+            // Each face exists only while it shows.
+            Repeater {
+                model: faces.face === ThreadIndexContent.Loading ? 1 : 0
+
+                delegate: LoadingIndexView {
+                    anchors.fill: parent
+                }
+            }
+            Repeater {
+                model: faces.face === ThreadIndexContent.List ? 1 : 0
+
+                delegate: ThreadList {
+                    anchors.fill: parent
+                    content: faces
+                }
+            }
+            Repeater {
+                model: faces.face === ThreadIndexContent.Error || faces.face === ThreadIndexContent.Empty ? 1 : 0
+
+                delegate: EmptyIndexView {
+                    anchors.fill: parent
+                    isError: faces.face === ThreadIndexContent.Error
+                    symbol: isError ? "exclamationmark.triangle" : "line.3.horizontal.decrease.circle"
+                    title: isError ? "无法读取任务" : "没有匹配的任务"
+                    message: isError ? faces.errorMessage : "换一个时间范围或状态，也可以重置全部筛选。"
+                }
+            }
+        }
+    }
+    ThreadIndexHeader {
+        id: header
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        index: threadIndex
+        title: view.title
+        canGoBack: view.canGoBack
+        onBackRequested: view.backRequested()
+    }
+}

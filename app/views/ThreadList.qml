@@ -1,0 +1,62 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+
+// The threads grouped by time. Only the rows near the visible stretch exist.
+SoftScrollView {
+    id: list
+
+    required property ThreadIndexContent content
+
+    // The time line stands left of the rows.
+    readonly property real rowIndent: 31
+    readonly property real sidePadding: 24
+
+    contentHeight: content.contentHeight
+    Component.onCompleted: contentY = content.viewTop
+
+    Binding {
+        target: list.content
+        property: "viewTop"
+        value: list.contentY
+    }
+    Binding {
+        target: list.content
+        property: "viewHeight"
+        value: list.height
+    }
+    Connections {
+        function onScrollRequested(top: real, animated: bool) {
+            list.scrollTo(top, animated);
+        }
+
+        target: list.content
+    }
+
+    Repeater {
+        model: list.content.headers
+
+        delegate: TimeGroupHeader {
+            x: list.sidePadding
+            y: row.top
+            width: list.width - 2 * list.sidePadding
+        }
+    }
+    Repeater {
+        model: list.content.rows
+
+        delegate: TaskRowView {
+            id: taskRowView
+
+            required property int index
+
+            x: list.sidePadding + list.rowIndent
+            y: row.top
+            width: list.width - 2 * list.sidePadding - list.rowIndent
+            onChosen: list.content.select(index)
+            onOpenRequested: list.content.open(index)
+        }
+    }
+}

@@ -1,0 +1,60 @@
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+
+// The heading of one time group; its line leads into the rows below.
+Item {
+    id: header
+
+    required property timeGroupRow row
+
+    height: 38
+
+    Rectangle {
+        x: 7.5
+        y: 20
+        width: 1
+        height: header.height
+        color: SoftTheme.hairline
+    }
+
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 14
+
+        SoftSurface {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 15
+            height: 15
+            radius: 7.5
+            continuous: false
+            fill: SoftTheme.raisedSurface
+            outline: SoftTheme.rimLight
+            outlineWidth: 1
+
+            Rectangle {
+                anchors.centerIn: parent
+                width: 7
+                height: 7
+                radius: 3.5
+                color: SoftTheme.running
+            }
+        }
+        SoftText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: header.row.title
+            size: 11
+            weight: Font.DemiBold
+            design: SoftFont.Rounded
+            color: SoftTheme.secondaryInk
+        }
+        SoftText {
+            anchors.verticalCenter: parent.verticalCenter
+            text: header.row.count
+            size: 8
+            weight: Font.Medium
+            design: SoftFont.Monospaced
+            color: SoftTheme.mutedInk
+        }
+    }
+}

@@ -1,0 +1,284 @@
+#include "core/OrvikThreadStore.h"
+
+#include "tests/core/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tallyview {
+namespace {
+
+using Kind = OrvikThreadStoreError::Kind;
+
+/// A connection that writes, as the agent does.
+class Writer {
+public:
+    explicit Writer(const std::string &path) {
+        EXPECT_EQ(sqlite3_open(path.c_str(), &m_connection), SQLITE_OK);
+    }
+    ~Writer() { sqlite3_close(m_connection); }
+    Writer(const Writer &) = delete;
+    Writer &operator=(const Writer &) = delete;
+
+    void execute(const std::string &sql) const {
+        char *message = nullptr;
+        EXPECT_EQ(sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, &message), SQLITE_OK)
+            << message << " in " << sql;
+        sqlite3_free(message);
+    }
+
+private:
+    sqlite3 *m_connection = nullptr;
+};
+
+constexpr const char *schema =
+    "CREATE TABLE threads (id, title, preview, cwd, source, model, reasoning_effort, git_branch,"
+    " tokens_used, created_at, created_at_ms, updated_at, updated_at_ms, recency_at,"
+    " recency_at_ms, archived, agent_role, agent_path, rollout_path)";
+
+class OrvikThreadStoreTest : public testing::Test {
+protected:
+    /// The one record of a table whose one row has these values and NULL elsewhere.
+    ThreadRecord onlyRecord(const std::string &columns, const std::string &values) {
+        const Writer writer(path);
+        writer.execute("DROP TABLE IF EXISTS threads");
+        writer.execute(schema);
+        writer.execute("INSERT INTO threads (" + columns + ") VALUES (" + values + ")");
+        const auto threads = store.listThreads();
+        EXPECT_TRUE(threads.has_value() && threads->size() == 1) << values;
+        return threads.value().at(0);
+    }
+
+    void expectFailure(const std::string &where, Kind kind, const std::string &description) const {
+        const auto before = openDescriptors();
+        const auto threads = OrvikThreadStore(where).listThreads();
+        ASSERT_FALSE(threads.has_value()) << where;
+        EXPECT_EQ(threads.error().kind(), kind) << where;
+        EXPECT_EQ(threads.error().description(), description);
+        EXPECT_EQ(openDescriptors(), before) << where;
+    }
+
+    TemporaryFolder folder;
+    std::string path = folder.path("state.sqlite");
+    OrvikThreadStore store{path};
+};
+
+Instant at(double seconds) { return Instant(Instant::duration(seconds)); }
+
+TEST_F(OrvikThreadStoreTest, turnsARowIntoARecord) {
+    const std::string rollout = folder.write(
+        "rollout", "{\"type\":\"event_msg\",\"payload\":{\"type\":\"task_started\"}}\n");
+    const Writer writer(path);
+    writer.execute(schema);
+    writer.execute("INSERT INTO threads VALUES ('t-1', ' \n call 13812345678\n', "
+                   "' token=abcdefgh1\n', ' /src/atlas/ ', '  VSCode ', ' gpt ', 'high', 'main', "
+                   "9007199254740993, 5, 1700000000123, 1, 2, 3, 1700000000999, 0, '', '', '" +
+                   rollout + "')");
+    const auto before = openDescriptors();
+    const auto threads = store.listThreads();
+    EXPECT_EQ(openDescriptors(), before);
+    ASSERT_TRUE(threads.has_value());
+    const ThreadRecord expected({.id = "t-1",
+                                 .title = "call 138****5678",
+                                 .preview = "token=[REDACTED]",
+                                 .project = "atlas",
+                                 .projectPath = " /src/atlas/ ",
+                                 .source = "vscode",
+                                 .model = " gpt ",
+                                 .reasoningEffort = "high",
+                                 .branch = "main",
+                                 .tokensUsed = 9'007'199'254'740'993,
+                                 .createdAt = at(1'700'000'000.123),
+                                 .updatedAt = at(1'700'000'000.999),
+                                 .archived = false,
+                                 .isSubagent = false,
+                                 .runState = ThreadRunState::running});
+    EXPECT_EQ(*threads, std::vector{expected});
+    writer.execute("UPDATE threads SET archived = -1");
+    const ThreadRecord archived = store.listThreads().value().at(0);
+    EXPECT_TRUE(archived->archived);
+    EXPECT_EQ(archived->runState, ThreadRunState::completed);
+}
+
+TEST_F(OrvikThreadStoreTest, readsARowOfNulls) {
+    const ThreadRecord expected(
+        {.id = "", .title = "未命名任务", .project = "未归类", .source = "local"});
+    EXPECT_EQ(onlyRecord("id", "NULL"), expected);
+}
+
+TEST_F(OrvikThreadStoreTest, readsTextsAsTheDatabaseConvertsThem) {
+    const auto title = [this](const std::string &value) {
+        return onlyRecord("title", value)->title;
+    };
+    EXPECT_EQ(title("' \n\t'"), "未命名任务");
+    EXPECT_EQ(title("'api_key: abcdefgh12345678'"), "api_key: [REDACTED]");
+    EXPECT_EQ(title("'ab' || char(0) || 'cd'"), "ab");
+    EXPECT_EQ(title("CAST(x'61ff62e69687' AS TEXT)"), "a\uFFFDb文");
+    EXPECT_EQ(title("x'6162'"), "ab");
+    EXPECT_EQ(title("42"), "42");
+    EXPECT_EQ(onlyRecord("tokens_used", "'12 apples'")->tokensUsed, 12);
+    EXPECT_EQ(onlyRecord("tokens_used", "-3.9")->tokensUsed, -3);
+}
+
+TEST_F(OrvikThreadStoreTest, tellsSubagentsAndSourceLabels) {
+    struct Case {
+        std::string columns, values, source;
+        bool isSubagent;
+    };
+    const std::vector<Case> cases{
+        {"source", "''", "local", false},
+        {"source", "char(10) || ' CLI' || char(9)", "cli", false},
+        {"source", "'ABCDEFGHIJKLMNOPQRSTUVWX'", "abcdefghijklmnopqrstuvwx", false},
+        {"source", "'ABCDEFGHIJKLMNOPQRSTUVWXY'", "local", false},
+        {"source", "'abcdefghijklmnopqrstuvwe' || char(769)", "abcdefghijklmnopqrstuvwe\u0301",
+         false},
+        {"source", "' ' || char(9, 160) || '{\"x\":1}'", "subagent", true},
+        {"source", "char(10) || '{}'", "{}", false},
+        {"source", "'{' || char(769)", "{\u0301", false},
+        {"source, agent_role", "'cli', ' '", "subagent", true},
+        {"source, agent_path", "'cli', 'a/b'", "subagent", true},
+        {"agent_role, agent_path", "'', ''", "local", false},
+    };
+    for (const Case &each : cases) {
+        const ThreadRecord record = onlyRecord(each.columns, each.values);
+        EXPECT_EQ(record->source, each.source) << each.values;
+        EXPECT_EQ(record->isSubagent, each.isSubagent) << each.values;
+    }
+}
+
+TEST_F(OrvikThreadStoreTest, choosesTimes) {
+    struct Case {
+        std::string columns, values;
+        std::optional<Instant> created, updated;
+    };
+    const std::vector<Case> cases{
+        {"created_at_ms, created_at", "0, 1700000000", at(1.7e9), {}},
+        {"created_at_ms, created_at", "0, 1700000000000", at(1.7e9), {}},
+        {"created_at_ms, created_at", "1700000000, 5", at(1.7e9), {}},
+        {"created_at_ms, created_at", "-1, 0", {}, {}},
+        {"created_at", "999999999999", at(999'999'999'999.0), {}},
+        {"recency_at_ms, updated_at_ms, recency_at, updated_at",
+         "0, 0, 1700000500, 1700000000",
+         {},
+         at(1'700'000'500)},
+        {"recency_at_ms, updated_at_ms, recency_at, updated_at",
+         "-7, 1700000000001, 3, 4",
+         {},
+         at(1'700'000'000.001)},
+        {"recency_at_ms, updated_at", "-5, -6", {}, {}},
+        {"updated_at", "8", {}, at(8)},
+    };
+    for (const Case &each : cases) {
+        const ThreadRecord record = onlyRecord(each.columns, each.values);
+        EXPECT_EQ(record->createdAt, each.created) << each.values;
+        EXPECT_EQ(record->updatedAt, each.updated) << each.values;
+    }
+}
+
+TEST_F(OrvikThreadStoreTest, readsTheArchivedFlagIn32Bits) {
+    for (const auto &[value, archived] :
+         std::vector<std::pair<std::string, bool>>{{"0", false},
+                                                   {"1", true},
+                                                   {"-1", true},
+                                                   {"4294967296", false},
+                                                   {"4294967297", true},
+                                                   {"'yes'", false},
+                                                   {"0.9", false}}) {
+        EXPECT_EQ(onlyRecord("archived", value)->archived, archived) << value;
+    }
+}
+
+TEST_F(OrvikThreadStoreTest, listsTheNewestFirst) {
+    const Writer writer(path);
+    writer.execute(schema);
+    writer.execute(
+        "INSERT INTO threads (id, recency_at_ms, updated_at_ms, updated_at, recency_at) "
+        "VALUES ('a', 3000, 9000, 9, 0), ('b', 0, 5000, 1, 0), ('c', -1, NULL, 4, 9999), "
+        "('d', NULL, NULL, NULL, 9999), ('e', 6000, 0, 0, 0)");
+    std::string ids;
+    const auto threads = store.listThreads().value();
+    for (const ThreadRecord &thread : threads) {
+        ids += thread.id();
+    }
+    EXPECT_EQ(ids, "ebcad");
+    writer.execute("DELETE FROM threads");
+    EXPECT_TRUE(store.listThreads().value().empty());
+}
+
+TEST_F(OrvikThreadStoreTest, tellsWhyThereIsNoList) {
+    expectFailure(path, Kind::databaseMissing, "找不到 Orvik 状态数据库：" + path);
+    expectFailure("", Kind::databaseMissing, "找不到 Orvik 状态数据库：");
+    std::filesystem::create_symlink(path, folder.path("dangling"));
+    expectFailure(folder.path("dangling"), Kind::databaseMissing,
+                  "找不到 Orvik 状态数据库：" + folder.path("dangling"));
+    expectFailure(folder.path("a\xFF"), Kind::databaseMissing,
+                  "找不到 Orvik 状态数据库：" + folder.path("a\uFFFD"));
+    expectFailure(folder.write("text", std::string(4096, 'x')), Kind::queryFailed,
+                  "无法读取 Orvik 任务：file is not a database");
+    expectFailure(folder.write("empty", ""), Kind::queryFailed,
+                  "无法读取 Orvik 任务：no such table: threads");
+    Writer(path).execute("CREATE TABLE threads (id)");
+    expectFailure(path, Kind::queryFailed, "无法读取 Orvik 任务：no such column: title");
+}
+
+TEST_F(OrvikThreadStoreTest, cannotOpenAFolder) {
+    const auto before = openDescriptors();
+    const auto threads = OrvikThreadStore(folder.path(".")).listThreads();
+    ASSERT_FALSE(threads.has_value());
+    EXPECT_EQ(threads.error().kind(), Kind::openFailed);
+    EXPECT_EQ(threads.error().description(),
+              "无法只读打开 Orvik 数据库：" + threads.error().text());
+    EXPECT_FALSE(threads.error().text().empty());
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST_F(OrvikThreadStoreTest, returnsNoPartOfADamagedTable) {
+    {
+        const Writer writer(path);
+        writer.execute(schema);
+        writer.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 2000) "
+                       "INSERT INTO threads (id, title) SELECT i, hex(zeroblob(200)) FROM n");
+    }
+    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary).seekp(40 * 4096)
+        << std::string(4096, '\x7F');
+    expectFailure(path, Kind::queryFailed, "无法读取 Orvik 任务：database disk image is malformed");
+}
+
+TEST_F(OrvikThreadStoreTest, readsWhatTheAgentHasCommittedSoFar) {
+    const Writer writer(path);
+    writer.execute("PRAGMA journal_mode = WAL");
+    writer.execute(schema);
+    writer.execute("INSERT INTO threads (id) VALUES ('a')");
+    writer.execute("BEGIN IMMEDIATE");
+    writer.execute("INSERT INTO threads (id) VALUES ('b')");
+    EXPECT_EQ(store.listThreads().value().size(), 1U);
+    writer.execute("COMMIT");
+    EXPECT_EQ(store.listThreads().value().size(), 2U);
+}
+
+TEST_F(OrvikThreadStoreTest, waitsForALockButNotForEver) {
+    const Writer writer(path);
+    writer.execute(schema);
+    writer.execute("BEGIN EXCLUSIVE");
+    const auto start = std::chrono::steady_clock::now();
+    // The library keeps the file open while this process, as the writer, holds a lock on it.
+    const auto refused = store.listThreads();
+    EXPECT_EQ(refused.error(), OrvikThreadStoreError(Kind::queryFailed, "database is locked"));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500));
+    std::thread release([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        writer.execute("COMMIT");
+    });
+    EXPECT_TRUE(store.listThreads().has_value());
+    release.join();
+}
+
+} // namespace
+} // namespace tallyview

@@ -1,0 +1,76 @@
+#include "core/RolloutEvent.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tallyview {
+namespace {
+
+char decided(RolloutEventParser &parser, std::string line) {
+    const std::size_t size = line.size();
+    line.append(RolloutEventParser::padding, '}');
+    const auto state = parser.decidedState(std::string_view(line).substr(0, size));
+    return !state ? '-' : *state == ThreadRunState::running ? 'r' : 'c';
+}
+
+std::string nested(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
+
+TEST(RolloutEventParser, readsDecidingEventsOnly) {
+    const std::string started = R"({"type":"event_msg","payload":{"type":"task_started"}})";
+    const std::vector<std::pair<std::string, char>> cases{
+        {started, 'r'},
+        {R"({"type":"event_msg","payload":{"type":"task_complete"}})", 'c'},
+        {R"({"type":"event_msg","payload":{"type":"turn_aborted"}})", 'c'},
+        {" \t\r" + started + "\r\n ", 'r'},
+        {R"({"payload":{"id":[1,{}],"type":"task_started","n":null},"x":-1.5e3,"type":"event_msg"})",
+         'r'},
+        {R"({"t\u0079pe":"event\u005fmsg","payload":{"type":"task_\u0073tarted"}})", 'r'},
+        {R"({"type":"x","type":"event_msg","payload":{},"payload":{"type":1,"type":"task_started"}})",
+         'r'},
+        {R"({"type":"event_msg","payload":{"type":"task_started","type":null}})", '-'},
+        {R"({"type":"event_msg","payload":{"type":"task_started"},"payload":[]})", '-'},
+        {R"({"type":"event_msg","payload":{"type":"task_started","deep":)" + nested(1020) + "}}",
+         'r'},
+        {R"({"type":"event_msg","payload":{"type":"task_started","deep":)" + nested(50'000) + "}}",
+         'r'},
+        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"cut \uD83d"}})", 'c'},
+        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\udE00\ud83d\ude00\\ud83d"}})",
+         'c'},
+        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\ud83"}})", '-'},
+        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\q\ud83d"}})", '-'},
+        {R"({"type":"response_item","payload":{"type":"task_started"}})", '-'},
+        {R"({"type":"Event_msg","payload":{"type":"task_started"}})", '-'},
+        {R"({"type":"event_msg","payload":{"type":"Task_started"}})", '-'},
+        {R"({"type":"event_msg","payload":{"type":"token_count"}})", '-'},
+        {R"({"type":"event_msg","payload":{"type":["task_started"]}})", '-'},
+        {R"({"type":["event_msg"],"payload":{"type":"task_started"}})", '-'},
+        {R"({"type":"event_msg","payload":"task_started"})", '-'},
+        {R"({"type":"event_msg","payload":{}})", '-'},
+        {R"({"type":"event_msg"})", '-'},
+        {R"({"payload":{"type":"task_started"}})", '-'},
+        {"[" + started + "]", '-'},
+        {started + started, '-'},
+        {started + " 1", '-'},
+        {started.substr(1), '-'},
+        {started.substr(0, started.size() - 1), '-'},
+        {"\uFEFF" + started, '-'},
+        {started + std::string(1, '\0'), '-'},
+        {R"({"type":"event_msg","payload":{"type":"task_started",}})", '-'},
+        {R"({'type':'event_msg','payload':{'type':'task_started'}})", '-'},
+        {"{\"type\":\"event_msg\",\"payload\":{\"type\":\"task_started\",\"s\":\"\t\"}}", '-'},
+        {"{}", '-'},
+        {"\"event_msg\"", '-'},
+        {"12", '-'},
+        {"\r", '-'},
+    };
+    RolloutEventParser parser;
+    for (const auto &[line, state] : cases) {
+        EXPECT_EQ(decided(parser, line), state) << line.substr(0, 200);
+    }
+}
+
+} // namespace
+} // namespace tallyview

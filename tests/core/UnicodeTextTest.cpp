@@ -1,0 +1,94 @@
+#include "core/UnicodeText.h"
+
+#include "core/Precondition.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tallyview {
+namespace {
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+TEST(UnicodeText, replacesMaximalIllFormedSubparts) {
+    const Pairs cases{{"plain 文", "plain 文"},
+                      {"a\xFF\xFE", "a\uFFFD\uFFFD"},
+                      {"\xE6\x96", "\uFFFD"},
+                      {"\xE6\x96x", "\uFFFDx"},
+                      {"\xF0\x9F\x98\xE6\x96\x87", "\uFFFD文"},
+                      {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+                      {"\xC0\xAF", "\uFFFD\uFFFD"},
+                      {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"}};
+    for (const auto &[bytes, text] : cases) {
+        EXPECT_EQ(decodedUtf8(bytes), text) << testing::PrintToString(bytes);
+        EXPECT_EQ(isValidUtf8(bytes), bytes == text);
+    }
+}
+
+TEST(UnicodeText, trimsWhiteSpaceOrBlanksOnly) {
+    struct Case {
+        std::string text, trimmed, blanks;
+    };
+    const std::vector<Case> cases{
+        {"", "", ""},
+        {" \t ", "", ""},
+        {"\n a b \r\n", "a b", "\n a b \r\n"},
+        {"\u3000\t\u00A0题\u2028", "题", "题\u2028"},
+        {"\u0085\v\fx\u2029", "x", "\u0085\v\fx\u2029"},
+        {"\u200Bx\uFEFF", "\u200Bx\uFEFF", "\u200Bx\uFEFF"},
+        {" e\u0301 ", "e\u0301", "e\u0301"},
+    };
+    for (const Case &each : cases) {
+        EXPECT_EQ(trimmed(each.text), each.trimmed);
+        EXPECT_EQ(trimmedBlanks(each.text), each.blanks);
+    }
+}
+
+TEST(UnicodeText, mapsCaseFully) {
+    EXPECT_EQ(uppercased("straße ﬁ ŉ"), "STRASSE FI ʼN");
+    EXPECT_EQ(lowercased("ΟΔΟΣ İI"), "οδος i\u0307i");
+}
+
+TEST(UnicodeText, countsCharacters) {
+    const std::vector<std::pair<std::string, std::size_t>> cases{
+        {"", 0},        {"abc", 3},    {"\r\n", 1},     {"\n\r", 2},
+        {"a\r\n\n", 3}, {"文\r\n", 2}, {"e\u0301x", 2}, {"👩‍👩‍👧‍👦", 1},
+        {"🇨🇳🇨", 2},     {"각", 1},     {"\u0600{", 1}};
+    for (const auto &[text, count] : cases) {
+        EXPECT_EQ(characterCount(text), count) << text;
+        EXPECT_EQ(characters(text).size(), count) << text;
+        EXPECT_EQ(prefixCharacters(text, count), text);
+        EXPECT_EQ(prefixCharacters(text, 0), "");
+    }
+    EXPECT_EQ(prefixCharacters("a\r\nb", 2), "a\r\n");
+    EXPECT_EQ(prefixCharacters("e\u0301x", 1), "e\u0301");
+}
+
+TEST(UnicodeText, comparesCanonically) {
+    const Pairs same{{"é", "e\u0301"}, {"\u212A", "K"}, {"가", "\u1100\u1161"}, {"", ""}};
+    for (const auto &[left, right] : same) {
+        EXPECT_TRUE(canonicallyEqual(left, right)) << left;
+        EXPECT_EQ(CanonicalHash()(left), CanonicalHash()(right)) << left;
+    }
+    const Pairs different{{"e", "é"}, {"ﬁ", "fi"}, {"Ａ", "A"}, {"a", "A"}, {"", " "}};
+    for (const auto &[left, right] : different) {
+        EXPECT_FALSE(canonicallyEqual(left, right)) << left;
+    }
+}
+
+TEST(UnicodeText, percentEncodesWhatAPathMayNotHold) {
+    EXPECT_EQ(percentEncodedPath("aZ09-._~!$&'()*+,;=:@/"), "aZ09-._~!$&'()*+,;=:@/");
+    EXPECT_EQ(percentEncodedPath("a b%?#[]\"<>\\^`{|}\x7F任"),
+              "a%20b%25%3F%23%5B%5D%22%3C%3E%5C%5E%60%7B%7C%7D%7F%E4%BB%BB");
+}
+
+TEST(PreconditionDeathTest, namesTheFaultAndAborts) {
+    EXPECT_EXIT(preconditionFailure("no 100%s"), testing::KilledBySignal(SIGABRT),
+                "^Fatal error: no 100%s\n$");
+}
+
+} // namespace
+} // namespace tallyview

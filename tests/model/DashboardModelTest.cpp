@@ -1,0 +1,195 @@
+#include "tests/model/ModelFixture.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+class DashboardModelTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyAssignmentIsAnnouncedBeforeItIsStored() {
+        ModelFixture f;
+        QStringList announced;
+        connect(&f.model, &DashboardModel::aboutToChange, this, [&] {
+            announced.append(QString::fromStdString(f.model.query()) +
+                             (f.model.newestFirst() ? "+" : "-"));
+        });
+        f.model.setNewestFirst(true);
+        f.model.setNewestFirst(false);
+        f.model.setSource("all");
+        QCOMPARE(announced.join(u' '), "+ + -");
+        announced.clear();
+        // A filter that changes reconciles: the empty list assigns the selection too.
+        f.model.setQuery("a");
+        QCOMPARE(announced.join(u' '), "- a-");
+        announced.clear();
+        f.model.clearFilters();
+        QCOMPARE(announced.join(u' '), "a- - - - - - - -");
+    }
+
+    void aRefreshAppliesTheListInOrder() {
+        ModelFixture f;
+        f.write({{.id = "a"}, {.id = "b"}});
+        QStringList states;
+        const auto record = [&] {
+            states.append(QStringLiteral("%1%2%3%4")
+                              .arg(f.model.isLoading() ? "L" : "-")
+                              .arg(f.model.threads().size())
+                              .arg(f.model.lastSyncedAt() ? "S" : "-", f.selected()));
+        };
+        connect(&f.model, &DashboardModel::aboutToChange, this, record);
+        f.model.refresh();
+        f.model.refresh(); // overlaps: dropped
+        QSignalSpy finished(&f.model, &DashboardModel::refreshFinished);
+        QVERIFY(finished.wait());
+        QCOMPARE(finished.count(), 1);
+        // isLoading, threads, errorMessage, lastSyncedAt, selection, isLoading
+        QCOMPARE(states.join(u' '), "-0-none L0-none L2-none L2-none L2Snone L2Sa");
+        QCOMPARE(f.model.lastSyncedAt(), f.now);
+        QVERIFY(!f.model.isLoading());
+    }
+
+    void completedTasksAreAnnouncedOnceWhileLoading() {
+        ModelFixture f;
+        f.show({{.id = "a"}, {.id = "b"}, {.id = "c"}});
+        QStringList announced;
+        connect(&f.model, &DashboardModel::taskCompleted, this, [&](const ThreadRecord &thread) {
+            announced.append(QString::fromStdString(thread.id()) +
+                             (f.model.isLoading() ? "L" : "-") + f.selected());
+        });
+        f.show({{.id = "a", .running = false}, {.id = "b"}, {.id = "c", .archived = true}});
+        QCOMPARE(announced.join(u' '), "aLb cLb");
+        f.refresh();
+        QCOMPARE(announced.size(), 2);
+    }
+
+    void aFailureKeepsTheLastGoodList() {
+        ModelFixture f;
+        f.show({{.id = "a"}});
+        std::filesystem::remove(f.databasePath());
+        f.now += std::chrono::seconds(60);
+        f.refresh();
+        QCOMPARE(f.visible(), "a");
+        QCOMPARE(f.selected(), "a");
+        QCOMPARE(f.model.lastSyncedAt(), f.now - std::chrono::seconds(60));
+        QCOMPARE(QString::fromStdString(f.model.errorMessage().value_or("")),
+                 "找不到 Orvik 状态数据库：" + QString::fromStdString(f.databasePath().string()));
+        f.show({{.id = "b"}});
+        QVERIFY(!f.model.errorMessage());
+        QCOMPARE(f.selected(), "b");
+    }
+
+    void monitoringRefreshesNowAndAfterEachPause() {
+        ModelFixture f;
+        f.write({{.id = "a"}});
+        DashboardModel model(OrvikThreadStore(f.databasePath()),
+                             {.defaults = f.defaults,
+                              .urlOpener = f.opener,
+                              .refreshInterval = std::chrono::milliseconds(60)});
+        QSignalSpy finished(&model, &DashboardModel::refreshFinished);
+        model.startMonitoring();
+        QVERIFY(model.isLoading());
+        model.startMonitoring();
+        QVERIFY(finished.wait());
+        QElapsedTimer pause;
+        pause.start();
+        QVERIFY(finished.wait());
+        QVERIFY2(pause.elapsed() >= 55, "the pause counts from the end of a refresh");
+        QCOMPARE(finished.count(), 2);
+    }
+
+    void pinsPersistById() {
+        ModelFixture f;
+        f.show({{.id = "a"}, {.id = "b"}});
+        f.model.togglePin(f.thread("b"));
+        QCOMPARE(f.defaults.value("pinnedThreadIDs").toStringList(), QStringList("b"));
+        f.model.setPinnedOnly(true);
+        QCOMPARE(f.selected(), "b");
+        f.model.togglePin(f.thread("b"));
+        QCOMPARE(f.selected(), "none");
+        QVERIFY(f.defaults.value("pinnedThreadIDs").toStringList().isEmpty());
+
+        const auto pinsReadFrom = [&f](const QVariant &stored) {
+            f.defaults.setValue("pinnedThreadIDs", stored);
+            return DashboardModel(OrvikThreadStore({}),
+                                  {.defaults = f.defaults, .urlOpener = f.opener})
+                .pinnedIDs()
+                .size();
+        };
+        QCOMPARE(pinsReadFrom(QStringList{"x", "y", "x"}), 2U);
+        QCOMPARE(pinsReadFrom(QVariant()), 0U);
+        QCOMPARE(pinsReadFrom(QVariantMap{{"x", 1}}), 0U);
+    }
+
+    void openEncodesTheIdAsAPath() {
+        ModelFixture f;
+        f.show({{.id = "a b/c;%?é"}});
+        f.model.open(f.thread("a b/c;%?é"));
+        QCOMPARE(f.opener.opened, QList<QByteArray>{"orvik://threads/a%20b/c;%25%3F%C3%A9"});
+    }
+
+    void theSelectionStaysOnAVisibleThread() {
+        ModelFixture f;
+        f.show({{.id = "a"}, {.id = "b", .age = 10}, {.id = "c", .age = 20, .cwd = "/src/beta"}});
+        QCOMPARE(f.selected(), "a");
+        f.model.setSelectedThreadID("c");
+        f.model.setSelectedProject("atlas");
+        QCOMPARE(f.selected(), "a");
+        f.model.setNewestFirst(false);
+        QCOMPARE(f.selected(), "a");
+        f.model.setProject("beta");
+        QCOMPARE(f.selected(), "c");
+        f.model.setProject("beta");
+        QVERIFY(!f.model.selectedProject());
+        f.model.setProject(std::nullopt);
+        QVERIFY(!f.model.selectedProject());
+        f.model.setQuery("nothing like it");
+        QCOMPARE(f.selected(), "none");
+        f.model.clearFilters();
+        QCOMPARE(f.selected(), "c"); // the list is oldest first now: that order is kept
+        f.model.setSelectedThreadID("not there");
+        QCOMPARE(f.selected(), "not there");
+        f.refresh();
+        QCOMPARE(f.selected(), "c");
+    }
+
+    void movingTheSelectionWrapsAround() {
+        ModelFixture f;
+        f.model.moveSelection(-5); // an empty list: nothing to move through
+        f.show({{.id = "a"}, {.id = "b", .age = 10}, {.id = "c", .age = 20}});
+        QString path;
+        for (const std::int64_t offset : {1, 1, 1, -1, -3, 7}) {
+            f.model.moveSelection(offset);
+            path += f.selected();
+        }
+        QCOMPARE(path, "bcacca");
+        f.model.setSelectedThreadID(std::nullopt);
+        f.model.moveSelection(1);
+        QCOMPARE(f.selected(), "b");
+        f.model.setSelectedThreadID(std::nullopt);
+        f.model.moveSelection(-1);
+        QCOMPARE(f.selected(), "c");
+    }
+
+    void movingTooFarBackStopsTheProcess() {
+        ModelFixture f;
+        f.show({{.id = "a"}, {.id = "b", .age = 10}, {.id = "c", .age = 20}});
+        f.model.setSelectedThreadID("c"); // two steps forward do not excuse four back
+        const pid_t child = fork();
+        if (child == 0) {
+            ::close(STDERR_FILENO);
+            ::signal(SIGABRT, SIG_DFL);
+            f.model.moveSelection(-4);
+            ::_exit(0);
+        }
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
+    }
+};
+
+QTEST_GUILESS_MAIN(DashboardModelTest)
+#include "DashboardModelTest.moc"

@@ -1,0 +1,228 @@
+#include "app/model/ThreadIndexContent.h"
+#include "tests/model/ModelFixture.h"
+
+#include <QAbstractItemModelTester>
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+namespace {
+
+/// Threads "0", "1", … a second apart, all within the last hour.
+std::vector<Sample> lately(int count) {
+    std::vector<Sample> samples;
+    for (int i = 0; i < count; ++i) {
+        samples.push_back({.id = std::to_string(i), .age = i});
+    }
+    return samples;
+}
+
+/// A thread index whose list shows 680 points: ten rows.
+struct IndexFixture : ModelFixture {
+    IndexFixture() {
+        index.setModel(&model);
+        content.setIndex(&index);
+        content.setViewHeight(680);
+        QObject::connect(&content, &ThreadIndexContent::scrollRequested, &content,
+                         [this](double top, bool animated) {
+                             scrolls.append(QString::number(top) + (animated ? "~" : ""));
+                             content.setViewTop(top);
+                         });
+    }
+
+    const TaskRowList &rows() { return static_cast<const TaskRowList &>(*content.rows()); }
+    QString rowTops() {
+        QStringList tops;
+        for (const TaskRow &row : rows().rows()) {
+            tops.append(row.key.section(u'/', 1) + "@" + QString::number(row.top));
+        }
+        return tops.join(u' ');
+    }
+    QString firstShown() {
+        for (const TaskRow &row : rows().rows()) {
+            if (row.top >= content.viewTop()) {
+                return row.key.section(u'/', 1) + "@" +
+                       QString::number(row.top - content.viewTop());
+            }
+        }
+        return {};
+    }
+    void settle() { QCoreApplication::processEvents(); }
+
+    ThreadIndexState index;
+    ThreadIndexContent content;
+    QStringList scrolls;
+};
+
+} // namespace
+
+class ThreadIndexTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theHeaderNamesTheFilters() {
+        IndexFixture f;
+        f.show({{.id = "a"}, {.id = "b", .running = false}, {.id = "c", .cwd = "/src/beta"}});
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "running-today-all-projects-not-pinned-root-only");
+        QCOMPARE(f.index.statusLabels().join(u' '), "进行中，2 个任务 已完成，1 个任务 全部，3 个任务");
+        QCOMPARE(f.index.visibleCount(), "2 条");
+        f.index.chooseStatus(2);
+        f.index.chooseRecency(3);
+        f.model.setSelectedProject("beta");
+        f.model.setPinnedOnly(true);
+        f.model.setIncludeSubagents(true);
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "all-older-beta-pinned-with-subagents");
+        f.index.resetFiltersKeepingProject();
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "running-today-beta-not-pinned-root-only");
+        f.index.resetFilters();
+        f.index.setQuery("Task");
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "running-today-all-projects-not-pinned-root-only");
+    }
+
+    void theContentShowsOneOfFourFaces() {
+        IndexFixture f;
+        QCOMPARE(f.content.face(), ThreadIndexContent::Empty);
+        f.index.refresh();
+        f.settle();
+        QCOMPARE(f.content.face(), ThreadIndexContent::Loading);
+        QTRY_COMPARE(f.content.face(), ThreadIndexContent::Error);
+        QVERIFY(f.content.errorMessage().startsWith("找不到 Orvik 状态数据库："));
+        f.show(lately(1));
+        f.settle();
+        QCOMPARE(f.content.face(), ThreadIndexContent::List);
+        f.index.refresh();
+        f.settle();
+        QCOMPARE(f.content.face(), ThreadIndexContent::List);
+        QTRY_VERIFY(!f.model.isLoading());
+        f.model.setQuery("nothing");
+        f.settle();
+        QCOMPARE(f.content.face(), ThreadIndexContent::Empty);
+    }
+
+    void positionsAreExactAndOnlyNearRowsExist() {
+        IndexFixture f;
+        f.write({{.id = "a", .age = 1}, {.id = "b", .age = 2}, {.id = "c", .age = 7200}});
+        f.refresh();
+        f.settle();
+        QCOMPARE(f.rowTops(), "a@38 b@106 c@216");
+        QCOMPARE(f.content.contentHeight(), 38 + 2 * 58 + 10 + 14 + 38 + 58 + 14 + 20.0);
+
+        f.show(lately(3000));
+        f.settle();
+        QCOMPARE(f.content.contentHeight(), 38 + 3000 * 68 - 10 + 14 + 20.0);
+        QVERIFY(f.rows().rowCount() < 20);
+        f.content.setViewTop(38 + 1500 * 68);
+        QCOMPARE(f.firstShown(), "1500@0");
+        QVERIFY(f.rows().rowCount() < 20);
+        f.content.setViewTop(f.content.contentHeight() - 680);
+        QCOMPARE(f.rows().rows().back().key, "recent/2999");
+    }
+
+    void aRefreshTouchesOnlyWhatChanged() {
+        IndexFixture f;
+        std::vector<Sample> samples = lately(2000);
+        f.show(samples);
+        f.settle();
+        const QAbstractItemModelTester tester(
+            f.content.rows(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy changes(f.content.rows(), &QAbstractItemModel::dataChanged);
+        QSignalSpy inserted(f.content.rows(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(f.content.rows(), &QAbstractItemModel::rowsRemoved);
+        QSignalSpy moved(f.content.rows(), &QAbstractItemModel::rowsMoved);
+        samples[3].title = "Another title";
+        samples[1000].title = "Far away";
+        f.show(samples);
+        f.settle();
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.first().first().toModelIndex().row(), 3);
+        QCOMPARE(changes.first().at(1).toModelIndex().row(), 3);
+        // One that comes to the top is the only one to move; the others shift down.
+        std::rotate(samples.begin(), samples.begin() + 5, samples.begin() + 6);
+        samples[0].age = -1;
+        f.show(samples);
+        f.settle();
+        QCOMPARE(moved.count(), 1);
+        QCOMPARE(inserted.count() + removed.count(), 0);
+    }
+
+    void theFirstVisibleRowStaysInPlace() {
+        IndexFixture f;
+        std::vector<Sample> samples = lately(500);
+        f.show(samples);
+        f.settle();
+        f.content.setViewTop(38 + 100 * 68 - 20);
+        QCOMPARE(f.firstShown(), "100@20");
+        samples.insert(samples.begin(), {{.id = "x", .age = -1}, {.id = "y", .age = -1}});
+        samples.erase(samples.begin() + 50);
+        f.show(samples);
+        f.settle();
+        QCOMPARE(f.firstShown(), "100@20");
+        samples.erase(samples.begin() + 101); // "100" itself
+        f.show(samples);
+        f.settle();
+        QCOMPARE(f.firstShown(), "101@20"); // "99", half visible, stays where it was
+        f.model.setQuery("task");
+        f.settle();
+        QCOMPARE(f.scrolls.last(), "0");
+    }
+
+    void aNewSelectionIsCentred() {
+        IndexFixture f;
+        f.show(lately(100));
+        f.settle();
+        QVERIFY2(f.scrolls.isEmpty(), "the first selection does not scroll");
+        for (const char *id : {"50", "1", "99"}) {
+            f.model.setSelectedThreadID(id);
+            f.settle();
+        }
+        const double end = f.content.contentHeight() - 680;
+        QCOMPARE(f.scrolls.join(u' '), QStringLiteral("%1~ 0~ %2~").arg(38 + 50 * 68 + 29 - 340).arg(end));
+        QVERIFY(f.rows().rows().back().selected);
+        f.model.setSelectedThreadID(std::nullopt);
+        f.model.setSelectedThreadID("not there");
+        f.settle();
+        QCOMPARE(f.scrolls.size(), 3);
+    }
+
+    void replacedContentKeepsWhatItShows() {
+        IndexFixture f;
+        f.show(lately(3));
+        f.settle();
+        const QString before = f.rowTops();
+        f.content.setProperty("live", false);
+        f.model.setStatusFilter(TaskStatusFilter::completed);
+        f.show(lately(2));
+        f.settle();
+        QCOMPARE(f.rowTops(), before);
+        QCOMPARE(f.content.face(), ThreadIndexContent::List);
+    }
+
+    void rowsAreReadyToBeDrawn() {
+        IndexFixture f;
+        const std::string longTitle(5'000'000, 'x');
+        f.show({{.id = "a", .age = 300, .cwd = "/src/data-pipe", .title = "One\nline"},
+                {.id = "b", .age = 400, .archived = true, .title = longTitle}});
+        f.model.setStatusFilter(TaskStatusFilter::all);
+        f.settle();
+        const TaskRow &row = f.rows().row(0);
+        QCOMPARE(QStringList({row.title, row.meta, row.age, row.stateLabel, row.openLabel}).join(u'|'),
+                 "One line|DP / DATA-PIPE / CLI|5 分钟前|进行中|在 Orvik 中打开 One line");
+        QVERIFY(row.active && row.selected);
+        QVERIFY(!f.rows().row(1).active);
+        QCOMPARE(f.rows().row(1).stateLabel, "已完成");
+        QVERIFY(f.rows().row(1).title.size() < 5000);
+
+        f.content.open(1);
+        QCOMPARE(f.selected(), "b");
+        QCOMPARE(f.opener.opened, QList<QByteArray>{"orvik://threads/b"});
+        f.content.select(0);
+        QCOMPARE(f.selected(), "a");
+    }
+};
+
+QTEST_GUILESS_MAIN(ThreadIndexTest)
+#include "ThreadIndexTest.moc"

@@ -1,0 +1,89 @@
+import QtQuick
+import QtTest
+import Orvik.Tallyview.Theme
+
+SoftScrollView {
+    id: view
+
+    width: 100
+    height: 200
+    contentHeight: 1000
+
+    TestCase {
+        name: "Scroller"
+        when: windowShown
+
+        readonly property Item knob: findChild(view, "knob")
+        readonly property Item scroller: knob.parent.parent
+
+        function init() {
+            view.contentHeight = 1000;
+            view.scrollTo(0, false);
+        }
+
+        function test_knobTellsPlaceAndShare_data() {
+            return [{ tag: "top", top: 0, knobY: 0 }, { tag: "middle", top: 400, knobY: 80 },
+                    { tag: "end", top: 800, knobY: 160 }, { tag: "beyond", top: 5000, knobY: 160 }];
+        }
+        function test_knobTellsPlaceAndShare(data: var) {
+            view.scrollTo(data.top, false);
+            compare(scroller.knobStart, data.knobY);
+            compare(knob.width, 3 - 0.7);
+            compare(knob.height, 40 - 3);
+            compare(knob.mapToItem(view, 0, 0).x, 97.35);
+        }
+
+        function test_noKnobWithoutNeed_data() {
+            return [{ tag: "empty", length: 0 }, { tag: "just fits", length: 200 }];
+        }
+        function test_noKnobWithoutNeed(data: var) {
+            view.contentHeight = data.length;
+            verify(!scroller.visible);
+            compare(scroller.knobLength, 0);
+        }
+
+        function test_longContentKeepsAKnobToGrip() {
+            view.contentHeight = 1000000;
+            compare(scroller.knobLength, scroller.shortestKnob);
+            view.scrollTo(1000000, false);
+            compare(scroller.knobStart + scroller.knobLength, 200);
+        }
+
+        function test_dragging() {
+            // The pointer grips the knob beside its visible part.
+            mousePress(view, 92, 20);
+            mouseMove(view, 92, 60);
+            compare(view.contentY, 200);
+            mouseMove(view, 92, 400);
+            compare(view.contentY, 800);
+            mouseRelease(view, 92, 400);
+        }
+
+        function test_clickBesideTheKnobTurnsAPage() {
+            mouseClick(view, 98, 150);
+            compare(view.contentY, 200);
+            mouseClick(view, 98, 2);
+            compare(view.contentY, 0);
+        }
+
+        function test_wheelStopsAtTheEnds() {
+            mouseWheel(view, 50, 50, 0, -120);
+            compare(view.contentY, 60);
+            mouseWheel(view, 50, 50, 0, 1200);
+            compare(view.contentY, 0);
+        }
+
+        function test_shrinkingContentStaysInView() {
+            view.scrollTo(800, false);
+            view.contentHeight = 300;
+            compare(view.contentY, 100);
+        }
+
+        function test_knobHidesWhenNothingMoves() {
+            mouseMove(view, 10, 10);
+            view.scrollTo(100, false);
+            tryCompare(knob.parent, "opacity", 1);
+            tryCompare(knob.parent, "opacity", 0, 3000);
+        }
+    }
+}
