@@ -10,8 +10,8 @@ namespace {
 
 Instant startOfDay(QDate day, const QTimeZone &timeZone) {
     const QDateTime start = day.startOfDay(timeZone);
-    return Instant(std::chrono::duration<double>(
-        static_cast<double>(start.toMSecsSinceEpoch()) / 1000.0));
+    return Instant(
+        std::chrono::duration<double>(static_cast<double>(start.toMSecsSinceEpoch()) / 1000.0));
 }
 
 } // namespace

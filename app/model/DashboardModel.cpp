@@ -39,8 +39,10 @@ TextSet storedPins(const UserDefaults &defaults) {
 
 DashboardModel::DashboardModel(OrvikThreadStore store, DashboardEnvironment environment,
                                QObject *parent)
-    : QObject(parent), m_store(std::move(store)), m_environment(std::move(environment)),
-      m_pinnedIDs(storedPins(m_environment.defaults)) {
+    : QObject(parent)
+    , m_store(std::move(store))
+    , m_environment(std::move(environment))
+    , m_pinnedIDs(storedPins(m_environment.defaults)) {
     connect(&m_reading, &QFutureWatcherBase::finished, this, &DashboardModel::finishRefresh);
     m_monitoringTimer.setSingleShot(true);
     m_monitoringTimer.setTimerType(Qt::PreciseTimer);
@@ -178,9 +180,10 @@ namespace {
 
 /// The position of the thread with the given id, or the size of the list.
 std::size_t position(const ThreadList &threads, const std::optional<std::string> &id) {
-    const auto found = std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
-        return id && canonicallyEqual(thread.id(), *id);
-    });
+    const auto found =
+        std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
+            return id && canonicallyEqual(thread.id(), *id);
+        });
     return static_cast<std::size_t>(found - threads.begin());
 }
 

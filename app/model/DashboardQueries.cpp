@@ -194,11 +194,11 @@ std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visibl
     };
     std::vector<ThreadTimeGroup> groups;
     for (const TaskRecencyFilter bucket : allCases<TaskRecencyFilter>) {
-        ThreadList threads = filtered(
-            visible, [&](const ThreadRecord &thread) { return belongs(thread, bucket); });
+        ThreadList threads =
+            filtered(visible, [&](const ThreadRecord &thread) { return belongs(thread, bucket); });
         if (!threads.empty()) {
-            groups.push_back({std::string(rawValue(bucket)), std::string(title(bucket)),
-                              std::move(threads)});
+            groups.push_back(
+                {std::string(rawValue(bucket)), std::string(title(bucket)), std::move(threads)});
         }
     }
     return groups;

@@ -30,9 +30,9 @@ std::vector<int> longestIncreasing(const std::vector<int> &values) {
     std::vector<std::size_t> tails;
     std::vector<std::size_t> previous(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const auto place = std::lower_bound(
-            tails.begin(), tails.end(), values[i],
-            [&](std::size_t tail, int value) { return values[tail] < value; });
+        const auto place =
+            std::lower_bound(tails.begin(), tails.end(), values[i],
+                             [&](std::size_t tail, int value) { return values[tail] < value; });
         previous[i] = place == tails.begin() ? i : *std::prev(place);
         if (place == tails.end()) {
             tails.push_back(i);

@@ -127,10 +127,10 @@ void ThreadIndexContent::showSelection() {
 std::optional<double> ThreadIndexContent::topOf(std::string_view id) const {
     for (std::size_t group = 0; group < m_groups->size(); ++group) {
         const ThreadList &threads = (*m_groups)[group].threads;
-        const auto found = std::find_if(threads.begin(), threads.end(),
-                                        [&](const ThreadRecord &thread) {
-                                            return canonicallyEqual(thread.id(), id);
-                                        });
+        const auto found =
+            std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
+                return canonicallyEqual(thread.id(), id);
+            });
         if (found != threads.end()) {
             return m_layout.rowTop(group, static_cast<std::size_t>(found - threads.begin()));
         }

@@ -23,7 +23,8 @@ class ThreadIndexState : public ModelObserver {
     Q_PROPERTY(QString visibleCount READ visibleCount NOTIFY changed)
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
     Q_PROPERTY(bool hasExtraFilters READ hasExtraFilters NOTIFY changed)
-    Q_PROPERTY(bool hasExtraFiltersIgnoringProject READ hasExtraFiltersIgnoringProject NOTIFY changed)
+    Q_PROPERTY(
+        bool hasExtraFiltersIgnoringProject READ hasExtraFiltersIgnoringProject NOTIFY changed)
     Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
 
 public:

@@ -14,8 +14,8 @@ namespace {
 constexpr qsizetype longestLine = 2000;
 
 QString oneLine(const std::string &text) {
-    QString line = QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text),
-                                                                      4 * longestLine));
+    QString line =
+        QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), 4 * longestLine));
     line.truncate(longestLine);
     if (!line.isEmpty() && line.back().isHighSurrogate()) {
         line.chop(1);

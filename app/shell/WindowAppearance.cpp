@@ -13,7 +13,8 @@ const QString appearanceKey = QStringLiteral("appearanceMode");
 } // namespace
 
 WindowAppearance::WindowAppearance(const UserDefaults &defaults, const SystemAppearance &system)
-    : m_defaults(defaults), m_system(system) {
+    : m_defaults(defaults)
+    , m_system(system) {
     connect(&system, &SystemAppearance::darkChanged, this, &WindowAppearance::changed);
     connect(&system, &SystemAppearance::reducedMotionChanged, this, &WindowAppearance::changed);
     connect(&defaults, &UserDefaults::changed, this, [this](const QString &key) {

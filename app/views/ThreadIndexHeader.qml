@@ -33,7 +33,7 @@ Item {
 
         Item {
             width: parent.width
-            height: Math.max(30, title.implicitHeight)
+            height: 30
 
             SoftIconButton {
                 id: back

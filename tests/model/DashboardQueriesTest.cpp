@@ -82,8 +82,7 @@ private slots:
             m.setSource("none");
         }) << "timeless";
         QTest::newRow("older, running")
-            << Setup([](DashboardModel &m) { m.setRecencyFilter(older); })
-            << "thursday";
+            << Setup([](DashboardModel &m) { m.setRecencyFilter(older); }) << "thursday";
         QTest::newRow("project") << all(week, [](auto &m) { m.setSelectedProject("beta"); })
                                  << "future morning";
         QTest::newRow("source") << all(week, [](auto &m) { m.setSource("vscode"); }) << "morning";

@@ -70,16 +70,36 @@ private slots:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("after");
         QTest::addColumn<QString>("steps");
-        QTest::newRow("nothing") << "a b c" << "a b c" << "";
-        QTest::newRow("fill") << "" << "a b c" << "+0..2";
-        QTest::newRow("clear") << "a b c" << "" << "-0..2";
-        QTest::newRow("one changed") << "a1 b1 c1" << "a1 b2 c1" << "~1..1";
-        QTest::newRow("first moves last") << "a b c d" << "b c d a" << "0>4";
-        QTest::newRow("last moves first") << "a b c d" << "d a b c" << "3>0";
-        QTest::newRow("swap") << "a b c d" << "a d c b" << "2>4 1>4";
-        QTest::newRow("remove around") << "a b c d e" << "b d" << "-4..4 -2..2 -0..0";
-        QTest::newRow("insert around") << "b d" << "a b c d e" << "+0..0 +2..2 +4..4";
-        QTest::newRow("everything") << "a1 b c" << "x c y a2" << "-1..1 0>2 +0..0 +2..2 ~3..3";
+        QTest::newRow("nothing") << "a b c"
+                                 << "a b c"
+                                 << "";
+        QTest::newRow("fill") << ""
+                              << "a b c"
+                              << "+0..2";
+        QTest::newRow("clear") << "a b c"
+                               << ""
+                               << "-0..2";
+        QTest::newRow("one changed") << "a1 b1 c1"
+                                     << "a1 b2 c1"
+                                     << "~1..1";
+        QTest::newRow("first moves last") << "a b c d"
+                                          << "b c d a"
+                                          << "0>4";
+        QTest::newRow("last moves first") << "a b c d"
+                                          << "d a b c"
+                                          << "3>0";
+        QTest::newRow("swap") << "a b c d"
+                              << "a d c b"
+                              << "2>4 1>4";
+        QTest::newRow("remove around") << "a b c d e"
+                                       << "b d"
+                                       << "-4..4 -2..2 -0..0";
+        QTest::newRow("insert around") << "b d"
+                                       << "a b c d e"
+                                       << "+0..0 +2..2 +4..4";
+        QTest::newRow("everything") << "a1 b c"
+                                    << "x c y a2"
+                                    << "-1..1 0>2 +0..0 +2..2 ~3..3";
     }
     void theViewIsToldTheFewestSteps() {
         QFETCH(QString, before);
@@ -109,8 +129,8 @@ private slots:
             }
             const auto shuffled = random.bounded(static_cast<int>(next.size()) + 1);
             std::shuffle(next.begin(), next.begin() + shuffled, random);
-            const int kept = static_cast<int>(std::count_if(
-                list.rows().begin(), list.rows().end(), [&](const Word &word) {
+            const int kept = static_cast<int>(
+                std::count_if(list.rows().begin(), list.rows().end(), [&](const Word &word) {
                     return std::any_of(next.begin(), next.end(),
                                        [&](const Word &other) { return other.key == word.key; });
                 }));

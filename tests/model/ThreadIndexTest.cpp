@@ -65,7 +65,8 @@ private slots:
         f.show({{.id = "a"}, {.id = "b", .running = false}, {.id = "c", .cwd = "/src/beta"}});
         f.settle();
         QCOMPARE(f.index.contentIdentity(), "running-today-all-projects-not-pinned-root-only");
-        QCOMPARE(f.index.statusLabels().join(u' '), "进行中，2 个任务 已完成，1 个任务 全部，3 个任务");
+        QCOMPARE(f.index.statusLabels().join(u' '),
+                 "进行中，2 个任务 已完成，1 个任务 全部，3 个任务");
         QCOMPARE(f.index.visibleCount(), "2 条");
         f.index.chooseStatus(2);
         f.index.chooseRecency(3);
@@ -180,7 +181,8 @@ private slots:
             f.settle();
         }
         const double end = f.content.contentHeight() - 680;
-        QCOMPARE(f.scrolls.join(u' '), QStringLiteral("%1~ 0~ %2~").arg(38 + 50 * 68 + 29 - 340).arg(end));
+        QCOMPARE(f.scrolls.join(u' '),
+                 QStringLiteral("%1~ 0~ %2~").arg(38 + 50 * 68 + 29 - 340).arg(end));
         QVERIFY(f.rows().rows().back().selected);
         f.model.setSelectedThreadID(std::nullopt);
         f.model.setSelectedThreadID("not there");
@@ -209,8 +211,9 @@ private slots:
         f.model.setStatusFilter(TaskStatusFilter::all);
         f.settle();
         const TaskRow &row = f.rows().row(0);
-        QCOMPARE(QStringList({row.title, row.meta, row.age, row.stateLabel, row.openLabel}).join(u'|'),
-                 "One line|DP / DATA-PIPE / CLI|5 分钟前|进行中|在 Orvik 中打开 One line");
+        QCOMPARE(
+            QStringList({row.title, row.meta, row.age, row.stateLabel, row.openLabel}).join(u'|'),
+            "One line|DP / DATA-PIPE / CLI|5 分钟前|进行中|在 Orvik 中打开 One line");
         QVERIFY(row.active && row.selected);
         QVERIFY(!f.rows().row(1).active);
         QCOMPARE(f.rows().row(1).stateLabel, "已完成");

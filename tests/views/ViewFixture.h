@@ -23,26 +23,27 @@ public:
     /// `view` is QML of one view; it reads the model as `dashboard`.
     explicit ViewFixture(const QByteArray &view, QSize size = {900, 700}) {
         // Every warning of the engine is a fault of a view.
-        QObject::connect(&m_engine, &QQmlEngine::warnings, &m_engine,
-                         [](const QList<QQmlError> &errors) {
-                             QTest::qFail(qPrintable(errors.first().toString()), __FILE__, __LINE__);
-                         });
+        QObject::connect(
+            &m_engine, &QQmlEngine::warnings, &m_engine, [](const QList<QQmlError> &errors) {
+                QTest::qFail(qPrintable(errors.first().toString()), __FILE__, __LINE__);
+            });
         m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\n"
-                          "import Orvik.Tallyview.Model\n"
-                          "import Orvik.Tallyview.Theme\n"
-                          "import Orvik.Tallyview.Views\n"
-                          "Window {\n"
-                          "    id: window\n"
-                          "    required property DashboardModel dashboard\n"
-                          "    property bool dark: false\n"
-                          "    property bool reducedMotion: true\n"
-                          "    Binding { target: SoftTheme; property: 'dark'; value: window.dark }\n"
-                          "    Binding { target: SoftTheme; property: 'reducedMotion'\n"
-                          "              value: window.reducedMotion }\n" +
-                              view + "\n}",
-                          QUrl());
+        component.setData(
+            "import QtQuick\n"
+            "import Orvik.Tallyview.Model\n"
+            "import Orvik.Tallyview.Theme\n"
+            "import Orvik.Tallyview.Views\n"
+            "Window {\n"
+            "    id: window\n"
+            "    required property DashboardModel dashboard\n"
+            "    property bool dark: false\n"
+            "    property bool reducedMotion: true\n"
+            "    Binding { target: SoftTheme; property: 'dark'; value: window.dark }\n"
+            "    Binding { target: SoftTheme; property: 'reducedMotion'\n"
+            "              value: window.reducedMotion }\n" +
+                view + "\n}",
+            QUrl());
         window.reset(qobject_cast<QQuickWindow *>(component.createWithInitialProperties(
             {{QStringLiteral("dashboard"), QVariant::fromValue(&model)}})));
         if (!window) {
