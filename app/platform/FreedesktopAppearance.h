@@ -31,12 +31,10 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-private slots:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
-
 private:
     using Setting = std::pair<QString, QString>; ///< group and key
 
+    Q_SLOT void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
     void readSettings();
     void readSetting(const Setting &setting);
     void adopt(const Setting &setting, const QDBusVariant &value);

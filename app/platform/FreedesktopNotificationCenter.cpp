@@ -150,7 +150,7 @@ void FreedesktopNotificationCenter::actionInvoked(uint id, const QString &action
 }
 
 QDBusConnection FreedesktopNotificationCenter::bus() {
-    if (const QDBusConnection open(m_connectionName); open.isConnected()) {
+    if (QDBusConnection open(m_connectionName); open.isConnected()) {
         return open;
     }
     QDBusConnection::disconnectFromBus(m_connectionName);

@@ -33,10 +33,6 @@ public:
     /// Closes the notice.
     void acknowledge(const QString &identifier) override;
 
-private slots:
-    void activationTokenReceived(uint id, const QString &token, const QDBusMessage &signal);
-    void actionInvoked(uint id, const QString &action, const QDBusMessage &signal);
-
 private:
     /// A notice on the screen or in the daemon's history.
     struct Notice {
@@ -45,6 +41,9 @@ private:
         NotificationActivation activation;
     };
     using Reply = std::function<void(const QDBusMessage &reply)>;
+
+    Q_SLOT void activationTokenReceived(uint id, const QString &token, const QDBusMessage &signal);
+    Q_SLOT void actionInvoked(uint id, const QString &action, const QDBusMessage &signal);
 
     QDBusConnection bus();
     void call(const QDBusMessage &message, std::chrono::milliseconds patience, Reply reply);

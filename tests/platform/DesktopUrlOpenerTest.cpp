@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <optional>
+#include <memory>
 
 using namespace tallyview;
 
@@ -13,9 +13,24 @@ using namespace tallyview;
 class DesktopUrlOpenerTest : public QObject {
     Q_OBJECT
 
+    QString path(const QString &name) const { return m_home->filePath(name); }
+    void write(const QString &name, const QByteArray &text) const {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    QByteArray read(const QString &name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    const QByteArray m_programs = qgetenv("PATH");
+
 private slots:
     void init() {
-        m_home.emplace();
+        m_home = std::make_unique<QTemporaryDir>();
         const QByteArray home = m_home->path().toUtf8();
         for (const char *name :
              {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"}) {
@@ -76,22 +91,6 @@ private slots:
         QTest::qWait(500);
         QVERIFY(!QFile::exists(path("opened")));
     }
-
-private:
-    QString path(const QString &name) const { return m_home->filePath(name); }
-    void write(const QString &name, const QByteArray &text) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-
-    QByteArray read(const QString &name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    std::optional<QTemporaryDir> m_home;
-    const QByteArray m_programs = qgetenv("PATH");
 };
 
 QTEST_GUILESS_MAIN(DesktopUrlOpenerTest)

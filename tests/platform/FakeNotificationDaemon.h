@@ -56,16 +56,15 @@ public:
     QList<Notice> notices;
     QList<uint> closed;
 
-public slots:
-    QStringList GetCapabilities() {
+    Q_SLOT QStringList GetCapabilities() {
         if (mood == Mood::hanging && hangsAtOnce) {
             hang();
         }
         return m_capabilities;
     }
-    uint Notify(const QString &applicationName, uint, const QString &icon, const QString &summary,
-                const QString &body, const QStringList &actions, const QVariantMap &hints,
-                int expiry) {
+    Q_SLOT uint Notify(const QString &applicationName, uint, const QString &icon,
+                       const QString &summary, const QString &body, const QStringList &actions,
+                       const QVariantMap &hints, int expiry) {
         if (mood == Mood::failing) {
             sendErrorReply("org.example.Full", "The screen is full");
             return 0;
@@ -76,7 +75,7 @@ public slots:
         }
         return uint(notices.size());
     }
-    void CloseNotification(uint id) { closed.append(id); }
+    Q_SLOT void CloseNotification(uint id) { closed.append(id); }
 
 signals:
     void ActionInvoked(uint id, const QString &action);

@@ -37,8 +37,7 @@ public:
         emit SettingChanged(group, key, QDBusVariant(value));
     }
 
-public slots:
-    QDBusVariant Read(const QString &group, const QString &key) {
+    Q_SLOT QDBusVariant Read(const QString &group, const QString &key) {
         const QVariant value = m_settings.value({group, key});
         if (!value.isValid()) {
             sendErrorReply("org.freedesktop.portal.Error.NotFound", "Requested setting not found");
@@ -57,6 +56,13 @@ private:
 
 class FreedesktopAppearanceTest : public QObject {
     Q_OBJECT
+
+    static void setPalette(const QColor &window, const QColor &text) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, window);
+        palette.setColor(QPalette::WindowText, text);
+        QGuiApplication::setPalette(palette);
+    }
 
 private slots:
     void init() { setPalette(Qt::white, Qt::black); }
@@ -152,14 +158,6 @@ private slots:
         QVERIFY(system.reducedMotion());
         QCOMPARE(darkSpy.count(), 2);
         QCOMPARE(motionSpy.count(), 1);
-    }
-
-private:
-    static void setPalette(const QColor &window, const QColor &text) {
-        QPalette palette;
-        palette.setColor(QPalette::Window, window);
-        palette.setColor(QPalette::WindowText, text);
-        QGuiApplication::setPalette(palette);
     }
 };
 

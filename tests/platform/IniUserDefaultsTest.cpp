@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
 #include <optional>
 
 using namespace tallyview;
@@ -44,8 +45,18 @@ QStringList changedKeys(const QSignalSpy &spy) {
 class IniUserDefaultsTest : public QObject {
     Q_OBJECT
 
+    QString path(const QString &name = "orvik/tallyview.conf") const {
+        return m_folder->filePath(name);
+    }
+    QByteArray fileText() const {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+
 private slots:
-    void init() { m_folder.emplace(); }
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
     void keepsValues_data() {
         QTest::addColumn<QVariant>("value");
@@ -184,17 +195,6 @@ private slots:
         QCOMPARE(defaults.text("appearanceMode"), "dark");
         QCOMPARE(spy.count(), 1);
     }
-
-private:
-    QString path(const QString &name = "orvik/tallyview.conf") const {
-        return m_folder->filePath(name);
-    }
-    QByteArray fileText() const {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    std::optional<QTemporaryDir> m_folder;
 };
 
 QTEST_GUILESS_MAIN(IniUserDefaultsTest)
