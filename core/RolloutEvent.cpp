@@ -28,19 +28,19 @@ std::size_t greatestDepth(std::string_view text) {
     return 1 + static_cast<std::size_t>(std::ranges::count_if(text, opens));
 }
 
-/// The same JSON but for the characters that \uD800 to \uDFFF escape: they become others of the
-/// Basic Multilingual Plane. JSON allows half a surrogate pair; the parser does not.
+/// JSON allows half a surrogate pair, the parser does not: \uD800 to \uDFFF become other
+/// characters. No text that decides anything holds one of either.
 std::string withoutSurrogates(std::string_view text) {
+    constexpr std::string_view prefix = "\\u";
     std::string result(text);
-    for (std::size_t at = result.find('\\'); at != std::string::npos; at = result.find('\\', at)) {
-        const std::string_view escape = std::string_view(result).substr(at + 1);
-        const bool isSurrogate = escape.size() >= 3 && escape[0] == 'u' &&
-                                 (escape[1] == 'd' || escape[1] == 'D') &&
-                                 std::string_view("89abcdefABCDEF").contains(escape[2]);
-        if (isSurrogate) {
-            result[at + 2] = '0';
+    for (std::size_t at = result.find(prefix); at != std::string::npos;
+         at = result.find(prefix, at)) {
+        at += prefix.size();
+        const std::string_view digits = std::string_view(result).substr(at, 2);
+        if (digits.size() == 2 && (digits[0] == 'd' || digits[0] == 'D') &&
+            std::string_view("89abcdefABCDEF").contains(digits[1])) {
+            result[at] = '0';
         }
-        at = std::min(at + 2, result.size());
     }
     return result;
 }
@@ -110,6 +110,7 @@ RolloutEventParser::~RolloutEventParser() = default;
 
 std::optional<ThreadRunState> RolloutEventParser::decidedState(std::string_view line) {
     Value value;
+    // Some versions of the parser skip a byte order mark, which is no part of JSON.
     if (line.starts_with("\uFEFF") || parsed(*m_parser, line).get(value) != simdjson::SUCCESS) {
         return std::nullopt;
     }

@@ -205,10 +205,10 @@ bool joinsItsPredecessor(UChar32 codePoint) {
            u_charType(codePoint) == U_FORMAT_CHAR;
 }
 
+/// For characters that do not join their predecessor.
 bool isWordCharacter(UChar32 codePoint) {
     constexpr auto categories = U_GC_M_MASK | U_GC_ND_MASK | U_GC_PC_MASK;
-    return u_isUAlphabetic(codePoint) != 0 || (U_GET_GC_MASK(codePoint) & categories) != 0 ||
-           codePoint == 0x200C || codePoint == 0x200D;
+    return u_isUAlphabetic(codePoint) != 0 || (U_GET_GC_MASK(codePoint) & categories) != 0;
 }
 
 bool endsInWord(std::string_view text) {

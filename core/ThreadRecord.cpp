@@ -49,8 +49,7 @@ public:
     void feed(const std::optional<Instant> &instant) {
         feed(instant ? 1 : 0);
         if (instant) {
-            // Adding zero makes one of the two zeros, which are the same instant.
-            feed(instant->time_since_epoch().count() + 0.0);
+            feed(instant->time_since_epoch().count());
         }
     }
 

@@ -38,6 +38,7 @@ TEST(TextSanitizer, masksSecrets) {
         {"文sk-abcdefghijkl", "文sk-[REDACTED]"},
         {"eyJabcdefgh.abcdefgh.abcdefgh", "[REDACTED_JWT]"},
         {"(eyJabcdefgh.abcdefgh.abcdefgh--)", "([REDACTED_JWT]--)"},
+        {"eyJabcdefgh.abc.eyJabcdefgh.abcdefgh.abcdefgh", "eyJabcdefgh.abc.[REDACTED_JWT]"},
         {"eyJabcdefgh.eyJabcdefgh.abcdefgh.abcdefgh", "[REDACTED_JWT].abcdefgh"},
         {"call 13812345678 now", "call 138****5678 now"},
         {"13812345678,19987654321", "138****5678,199****4321"},
