@@ -94,7 +94,7 @@ std::string sourceLabel(std::string_view source, bool isSubagent) {
     if (isSubagent) {
         return "subagent";
     }
-    std::string label = lowercased(trimmed(source));
+    const std::string label = lowercased(trimmed(source));
     const bool fits = !label.empty() && characterCount(label) <= longestLabel;
     return fits ? label : "local";
 }

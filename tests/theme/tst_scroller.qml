@@ -68,9 +68,9 @@ SoftScrollView {
 
         function test_wheelStopsAtTheEnds() {
             mouseWheel(view, 50, 50, 0, -120);
-            compare(view.contentY, 60);
+            tryCompare(view, "contentY", view.wheelStep);
             mouseWheel(view, 50, 50, 0, 1200);
-            compare(view.contentY, 0);
+            tryCompare(view, "contentY", 0);
         }
 
         function test_shrinkingContentStaysInView() {
