@@ -1,0 +1,15 @@
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+
+// What is known of the selected thread, and what can be done with it.
+FocusScope {
+    id: view
+
+    required property DashboardModel model
+
+    Rectangle {
+        anchors.fill: parent
+        color: SoftTheme.raisedSurface
+    }
+}
