@@ -7,6 +7,8 @@ FocusScope {
     id: view
 
     required property DashboardModel model
+    // While it is being replaced it is not live and keeps what it shows.
+    property bool live: true
 
     Rectangle {
         anchors.fill: parent

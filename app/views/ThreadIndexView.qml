@@ -12,6 +12,8 @@ FocusScope {
     required property string title
     // Shows the back button, and keeps the project when filters are reset.
     property bool canGoBack: false
+    // While it is being replaced it is not live and keeps what it shows.
+    property bool live: true
 
     readonly property bool searchFocused: header.searchFocused
 
@@ -19,6 +21,9 @@ FocusScope {
 
     function focusSearch() {
         header.focusSearch();
+    }
+    function scrollForKey(key: int): bool {
+        return replaced.current.scrollForKey(key);
     }
 
     Rectangle {
@@ -28,9 +33,12 @@ FocusScope {
     ThreadIndexState {
         id: threadIndex
 
+        live: view.live
         model: view.model
     }
     ReplacedContent {
+        id: replaced
+
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -38,6 +46,10 @@ FocusScope {
         identity: threadIndex.contentIdentity
         content: ReplaceableContent {
             id: shown
+
+            function scrollForKey(key: int): bool {
+                return list.count > 0 && list.itemAt(0).scrollForKey(key);
+            }
 
             ThreadIndexContent {
                 id: faces
@@ -54,6 +66,8 @@ FocusScope {
                 }
             }
             Repeater {
+                id: list
+
                 model: faces.face === ThreadIndexContent.List ? 1 : 0
 
                 delegate: ThreadList {
