@@ -1,11 +1,14 @@
 #include "app/model/FocusProject.h"
 
+#include "app/model/DisplayText.h"
+
 #include <utility>
 
 namespace tallyview {
 
 QString FocusProject::title() const {
-    return m_name ? *m_name + QStringLiteral(" · 任务动态") : QString();
+    return m_name ? DisplayText::oneLine(m_name->toStdString()) + QStringLiteral(" · 任务动态")
+                  : QString();
 }
 
 void FocusProject::open(const QString &name) {

@@ -13,7 +13,8 @@ namespace tallyview {
 struct ProjectCard {
     Q_GADGET
     QML_VALUE_TYPE(projectCard)
-    Q_PROPERTY(QString name MEMBER key)
+    Q_PROPERTY(QString key MEMBER key)
+    Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString code MEMBER code)
     Q_PROPERTY(QString updated MEMBER updated)
     Q_PROPERTY(QString running MEMBER running)

@@ -21,7 +21,8 @@ SoftScrollView {
     readonly property real fittingCell: (room - (columns - 1) * gap) / columns
     readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
 
-    signal selected(name: string)
+    // The exact name of the project.
+    signal selected(key: string)
 
     function reveal(card: Item) {
         if (card.y < contentY)
@@ -46,7 +47,7 @@ SoftScrollView {
                 id: card
 
                 width: scroll.cellWidth
-                onClicked: scroll.selected(row.name)
+                onClicked: scroll.selected(row.key)
                 onVisualFocusChanged: {
                     if (visualFocus)
                         scroll.reveal(card);

@@ -12,7 +12,8 @@ FocusScope {
     // While it is being replaced it is not live and keeps what it shows.
     property bool live: true
 
-    signal selected(name: string)
+    // The exact name of the project.
+    signal selected(key: string)
 
     function scrollForKey(key: int): bool {
         return replaced.current.scrollForKey(key);
@@ -75,7 +76,7 @@ FocusScope {
                 delegate: FocusProjectGrid {
                     anchors.fill: parent
                     cards: faces.cards
-                    onSelected: name => view.selected(name)
+                    onSelected: key => view.selected(key)
                 }
             }
             Repeater {

@@ -62,7 +62,7 @@ FocusScope {
                     focus: true
                     live: shown.live && view.live
                     model: view.model
-                    onSelected: name => view.focusProject.open(name)
+                    onSelected: key => view.focusProject.open(key)
                 }
             }
             Repeater {
