@@ -56,13 +56,14 @@ bool KeyMonitor::eventFilter(QObject *receiver, QEvent *event) {
     if ((!isPress && event->type() != QEvent::ShortcutOverride) || !window || !m_commands) {
         return false;
     }
-    const Action chosen = action(*static_cast<QKeyEvent *>(event), *window);
+    const auto &key = *static_cast<QKeyEvent *>(event);
+    const Action chosen = action(key, *window);
     if (chosen == Action::none) {
         return false;
     }
     // A shortcut that is overridden here comes back as a key press.
     event->accept();
-    if (isPress) {
+    if (isPress && !(chosen == Action::open && key.isAutoRepeat())) {
         perform(chosen);
     }
     return true;

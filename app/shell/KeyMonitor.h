@@ -14,8 +14,8 @@ namespace tallyview {
 /// The keys of the whole window. While installed it sees each key press before shortcuts and
 /// before the item that has the focus, and takes
 /// - Command-K, for the search field, even while a text is edited;
-/// - unless a text is edited: Return and Enter, which open the selected thread, and Up and Down,
-///   which move the selection. Modifiers make no difference to these.
+/// - unless a text is edited: Return and Enter, which open the selected thread once however long
+///   they are held, and Up and Down, which move the selection. Modifiers make no difference.
 /// A menu that is open keeps every key. Main thread.
 class KeyMonitor : public QObject {
     Q_OBJECT
