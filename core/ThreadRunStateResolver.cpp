@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -38,8 +37,8 @@ Lines splitLines(std::string_view text) {
 
 std::optional<ThreadRunState> latestState(RolloutEventParser &parser,
                                           std::span<const std::string_view> lines) {
-    for (const std::string_view line : lines | std::views::reverse) {
-        if (const auto state = parser.decidedState(line)) {
+    for (; !lines.empty(); lines = lines.first(lines.size() - 1)) {
+        if (const auto state = parser.decidedState(lines.back())) {
             return state;
         }
     }

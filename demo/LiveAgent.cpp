@@ -117,10 +117,11 @@ Rollout LiveAgent::rollout(std::int64_t now) {
 
 void LiveAgent::begin(std::int64_t now) {
     const SampleRow row = newThread(m_random, weightedProject(m_random), m_home, now);
-    Thread thread{.id = *row.id, .rolloutPath = *row.rolloutPath, .isRunning = true};
+    Thread thread{
+        .id = row.id.value_or(""), .rolloutPath = row.rolloutPath.value_or(""), .isRunning = true};
     Rollout events = rollout(now);
     events.describeSession(row);
-    events.startTask(*row.firstUserMessage);
+    events.startTask(row.firstUserMessage.value_or(""));
     append(thread, events.text());
     m_inserted.push_back(row);
     m_threads.insert(m_threads.begin(), std::move(thread));
@@ -174,11 +175,10 @@ void LiveAgent::archive() {
 void LiveAgent::act(std::int64_t now) {
     const std::size_t running = runningCount();
     const std::uint64_t choice = m_random.below(20);
-    if (running < fewestRunning) {
-        start(now);
-    } else if (running > m_mostRunning || choice < 8) {
+    const bool isIdle = running < fewestRunning;
+    if (!isIdle && (running > m_mostRunning || choice < 8)) {
         end(now);
-    } else if (choice < 16) {
+    } else if (isIdle || choice < 16) {
         start(now);
     } else if (choice < 18) {
         begin(now);

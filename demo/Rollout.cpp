@@ -222,7 +222,7 @@ std::expected<void, std::string> appendEvent(const std::filesystem::path &path,
 }
 
 RolloutTail rolloutTail(const std::filesystem::path &path) {
-    constexpr std::streamoff tail = 512 * 1024;
+    constexpr std::streamoff tail = 524'288;
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     const std::streamoff size = file.tellg();
     file.seekg(std::max<std::streamoff>(0, size - tail));

@@ -28,7 +28,7 @@ bool hasFile(SampleEnding ending) {
 }
 
 SampleThread truth(const PlannedThread &thread, bool isWritten) {
-    return {.id = *thread.row.id,
+    return {.id = thread.row.id.value_or(""),
             .rolloutPath = thread.row.rolloutPath.value_or(""),
             .isRunning =
                 isWritten && thread.ending == SampleEnding::running && !thread.isArchived(),
@@ -63,7 +63,7 @@ std::expected<SampleHome, std::string> writeSampleHome(const SampleOptions &opti
         if (isWritten) {
             const std::string text = rolloutText(setting, index, thread, options.rollouts);
             home.rolloutBytes += text.size();
-            if (auto done = appendText(*thread.row.rolloutPath, text); !done) {
+            if (auto done = appendText(thread.row.rolloutPath.value_or(""), text); !done) {
                 return std::unexpected(done.error());
             }
         }

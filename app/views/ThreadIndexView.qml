@@ -19,11 +19,18 @@ FocusScope {
 
     signal backRequested()
 
+    // The list that shows, if one does.
+    property ThreadList list: null
+
     function focusSearch() {
         header.focusSearch();
     }
     function scrollForKey(key: int): bool {
         return replaced.current.scrollForKey(key);
+    }
+
+    Keys.onPressed: event => {
+        event.accepted = list !== null && list.scrollForKey(event.key);
     }
 
     Rectangle {
@@ -73,6 +80,7 @@ FocusScope {
                 delegate: ThreadList {
                     anchors.fill: parent
                     content: faces
+                    Component.onCompleted: view.list = this
                 }
             }
             Repeater {

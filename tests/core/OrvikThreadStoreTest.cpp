@@ -246,7 +246,7 @@ TEST_F(OrvikThreadStoreTest, returnsNoPartOfADamagedTable) {
         writer.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 2000) "
                        "INSERT INTO threads (id, title) SELECT i, hex(zeroblob(200)) FROM n");
     }
-    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary).seekp(40 * 4096)
+    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary).seekp(163'840)
         << std::string(4096, '\x7F');
     expectFailure(path, Kind::queryFailed, "无法读取 Orvik 任务：database disk image is malformed");
 }

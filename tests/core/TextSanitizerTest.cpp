@@ -109,7 +109,8 @@ TEST(TextSanitizer, namesProjects) {
 }
 
 TEST(TextSanitizer, asksTheEnvironmentForTheHomeDirectory) {
-    const std::string previous = getenv("HOME") == nullptr ? "" : getenv("HOME");
+    const char *const set = getenv("HOME");
+    const std::string previous = set == nullptr ? "" : set;
     setenv("HOME", "/var/somebody//", 1);
     EXPECT_EQ(TextSanitizer::projectName("/var/somebody"), "Home");
     setenv("HOME", "", 1);

@@ -3,6 +3,7 @@
 #include "tests/core/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <unicode/unistr.h>
 
 #include <map>
 #include <optional>
@@ -59,8 +60,8 @@ TEST_F(ThreadRunStateResolverTest, takesTheLatestDecidingEvent) {
 }
 
 TEST_F(ThreadRunStateResolverTest, readsBackwardsPieceByPiece) {
-    const std::string filler(600, ' ');
-    const std::string lines = started + "\n" + filler + "\n" + filler + "\n";
+    const std::string filler = std::string(600, ' ') + '\n';
+    const std::string lines = started + '\n' + filler + filler;
     for (const std::size_t chunkSize : {1U, 7U, 64U, 511U, 600U, 601U, 602U, 4096U}) {
         EXPECT_EQ(resolved(lines, chunkSize), running) << chunkSize;
     }
@@ -111,29 +112,9 @@ TEST_F(ThreadRunStateResolverTest, needsAReadableRegularFile) {
 
 // A second, slow reading in plain steps. It knows its lines by their text instead of parsing.
 
-bool isStrictUtf8(std::string_view bytes) {
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto byte = [&](std::size_t offset) -> unsigned {
-            return at + offset < bytes.size() ? static_cast<unsigned char>(bytes[at + offset]) : 0;
-        };
-        const unsigned lead = byte(0);
-        const std::size_t length = lead < 0x80                   ? 1
-                                   : lead >= 0xC2 && lead < 0xE0 ? 2
-                                   : lead >= 0xE0 && lead < 0xF0 ? 3
-                                   : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                                 : 0;
-        for (std::size_t index = 1; index < length; ++index) {
-            if ((byte(index) & 0xC0) != 0x80) {
-                return false;
-            }
-        }
-        if (length == 0 || (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F) ||
-            (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) {
-            return false;
-        }
-        at += length;
-    }
-    return true;
+bool isStrictUtf8(const std::string &bytes) {
+    std::string decoded;
+    return icu::UnicodeString::fromUTF8(bytes).toUTF8String(decoded) == bytes;
 }
 
 std::vector<std::string> slowLines(const std::string &text) {

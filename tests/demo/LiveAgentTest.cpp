@@ -57,7 +57,7 @@ TEST(LiveAgent, KeepsTasksStartingAndEndingForEveryReader) {
     TaskCompletionTracker tracker;
     tracker.completedThreads(before);
     std::size_t completed = 0;
-    for (int step = 1; step <= 150; ++step) {
+    for (std::int64_t step = 1; step <= 150; ++step) {
         ASSERT_TRUE(agent.step((now + step * 4) * 1000).has_value());
         const auto threads = store.listThreads().value();
         auto running = runningIds(threads);

@@ -14,94 +14,85 @@ class DesktopUrlOpenerTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void hasTheHandlerOpenTheUrl_data();
-    void hasTheHandlerOpenTheUrl();
-    void waitsForNobody();
-    void ignoresMissingParts();
+    void init() {
+        m_home.emplace();
+        const QByteArray home = m_home->path().toUtf8();
+        for (const char *name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"}) {
+            qputenv(name, home);
+        }
+        qputenv("PATH", m_programs);
+        qputenv("XDG_CURRENT_DESKTOP", "X-Generic");
+        qputenv("DISPLAY", ":none"); // xdg-open asks a handler only where there is a display
+        qputenv("BROWSER", "true");
+        qputenv("XDG_ACTIVATION_TOKEN", "spent");
+        QVERIFY(QDir(m_home->path()).mkdir("applications"));
+        write("mimeapps.list", "[Default Applications]\nx-scheme-handler/orvik=agent.desktop\n");
+        write("applications/agent.desktop",
+              "[Desktop Entry]\nType=Application\nName=Agent\nExec=" + home + "/agent %u\n");
+        write("agent",
+              "#!/bin/sh\n"
+              "printf '%s|%s|%s' \"$#\" \"$1\" \"${XDG_ACTIVATION_TOKEN-none}\" >\"$HOME/part\"\n"
+              "mv \"$HOME/part\" \"$HOME/opened\"\n");
+        QVERIFY(QFile::setPermissions(path("agent"), QFile::ReadOwner | QFile::ExeOwner));
+    }
+
+    void hasTheHandlerOpenTheUrl_data() {
+        QTest::addColumn<QByteArray>("url");
+        QTest::addColumn<QString>("token");
+        QTest::newRow("plain") << QByteArray("orvik://threads/0199-ab") << QString();
+        QTest::newRow("encoded") << QByteArray("orvik://threads/a%20b/c%25%3B%E4%BB%BB%7E%41")
+                                 << QString();
+        QTest::newRow("signs of a path")
+            << QByteArray("orvik://threads/~!$&'()*+,-./:=@_;//../%00") << QString();
+        QTest::newRow("with a token") << QByteArray("orvik://threads/x") << QString("token_TIME42");
+    }
+
+    void hasTheHandlerOpenTheUrl() {
+        QFETCH(const QByteArray, url);
+        QFETCH(const QString, token);
+        DesktopUrlOpener().open(url, token);
+        const QByteArray expectedToken = token.isEmpty() ? "none" : token.toUtf8();
+        QTRY_COMPARE_WITH_TIMEOUT(read("opened"), "1|" + url + "|" + expectedToken, 10'000);
+    }
+
+    void waitsForNobody() {
+        write("slow", "#!/bin/sh\n"
+                      "for turn in $(seq 200); do test -e \"$HOME/go\" && break; sleep 0.05; done\n"
+                      "test -e \"$HOME/go\" && exec \"$HOME/agent\" \"$1\"\n");
+        QVERIFY(QFile::setPermissions(path("slow"), QFile::ReadOwner | QFile::ExeOwner));
+        write("applications/agent.desktop", "[Desktop Entry]\nType=Application\nName=Agent\nExec=" +
+                                                m_home->path().toUtf8() + "/slow %u\n");
+        DesktopUrlOpener().open("orvik://threads/slow", QString());
+        write("go", ""); // never reached by a caller that waits for the handler
+        QTRY_COMPARE_WITH_TIMEOUT(read("opened"), "1|orvik://threads/slow|none", 10'000);
+    }
+
+    void ignoresMissingParts() {
+        write("mimeapps.list", "");
+        DesktopUrlOpener().open("orvik://threads/nobody", QString());
+        qputenv("PATH", "/nonexistent");
+        DesktopUrlOpener().open("orvik://threads/nothing", QString());
+        QTest::qWait(500);
+        QVERIFY(!QFile::exists(path("opened")));
+    }
 
 private:
     QString path(const QString &name) const { return m_home->filePath(name); }
-    void write(const QString &name, const QByteArray &text) const;
-    QByteArray read(const QString &name) const;
+    void write(const QString &name, const QByteArray &text) const {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    QByteArray read(const QString &name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 
     std::optional<QTemporaryDir> m_home;
     const QByteArray m_programs = qgetenv("PATH");
 };
-
-void DesktopUrlOpenerTest::write(const QString &name, const QByteArray &text) const {
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
-
-QByteArray DesktopUrlOpenerTest::read(const QString &name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void DesktopUrlOpenerTest::init() {
-    m_home.emplace();
-    const QByteArray home = m_home->path().toUtf8();
-    for (const char *name :
-         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"}) {
-        qputenv(name, home);
-    }
-    qputenv("PATH", m_programs);
-    qputenv("XDG_CURRENT_DESKTOP", "X-Generic");
-    qputenv("DISPLAY", ":none"); // xdg-open asks a handler only where there is a display
-    qputenv("BROWSER", "true");
-    qputenv("XDG_ACTIVATION_TOKEN", "spent");
-    QVERIFY(QDir(m_home->path()).mkdir("applications"));
-    write("mimeapps.list", "[Default Applications]\nx-scheme-handler/orvik=agent.desktop\n");
-    write("applications/agent.desktop",
-          "[Desktop Entry]\nType=Application\nName=Agent\nExec=" + home + "/agent %u\n");
-    write("agent",
-          "#!/bin/sh\n"
-          "printf '%s|%s|%s' \"$#\" \"$1\" \"${XDG_ACTIVATION_TOKEN-none}\" >\"$HOME/part\"\n"
-          "mv \"$HOME/part\" \"$HOME/opened\"\n");
-    QVERIFY(QFile::setPermissions(path("agent"), QFile::ReadOwner | QFile::ExeOwner));
-}
-
-void DesktopUrlOpenerTest::hasTheHandlerOpenTheUrl_data() {
-    QTest::addColumn<QByteArray>("url");
-    QTest::addColumn<QString>("token");
-    QTest::newRow("plain") << QByteArray("orvik://threads/0199-ab") << QString();
-    QTest::newRow("encoded") << QByteArray("orvik://threads/a%20b/c%25%3B%E4%BB%BB%7E%41")
-                             << QString();
-    QTest::newRow("signs of a path")
-        << QByteArray("orvik://threads/~!$&'()*+,-./:=@_;//../%00") << QString();
-    QTest::newRow("with a token") << QByteArray("orvik://threads/x") << QString("token_TIME42");
-}
-
-void DesktopUrlOpenerTest::hasTheHandlerOpenTheUrl() {
-    QFETCH(const QByteArray, url);
-    QFETCH(const QString, token);
-    DesktopUrlOpener().open(url, token);
-    const QByteArray expectedToken = token.isEmpty() ? "none" : token.toUtf8();
-    QTRY_COMPARE_WITH_TIMEOUT(read("opened"), "1|" + url + "|" + expectedToken, 10'000);
-}
-
-void DesktopUrlOpenerTest::waitsForNobody() {
-    write("slow", "#!/bin/sh\n"
-                  "for turn in $(seq 200); do test -e \"$HOME/go\" && break; sleep 0.05; done\n"
-                  "test -e \"$HOME/go\" && exec \"$HOME/agent\" \"$1\"\n");
-    QVERIFY(QFile::setPermissions(path("slow"), QFile::ReadOwner | QFile::ExeOwner));
-    write("applications/agent.desktop", "[Desktop Entry]\nType=Application\nName=Agent\nExec=" +
-                                            m_home->path().toUtf8() + "/slow %u\n");
-    DesktopUrlOpener().open("orvik://threads/slow", QString());
-    write("go", ""); // never reached by a caller that waits for the handler
-    QTRY_COMPARE_WITH_TIMEOUT(read("opened"), "1|orvik://threads/slow|none", 10'000);
-}
-
-void DesktopUrlOpenerTest::ignoresMissingParts() {
-    write("mimeapps.list", "");
-    DesktopUrlOpener().open("orvik://threads/nobody", QString());
-    qputenv("PATH", "/nonexistent");
-    DesktopUrlOpener().open("orvik://threads/nothing", QString());
-    QTest::qWait(500);
-    QVERIFY(!QFile::exists(path("opened")));
-}
 
 QTEST_GUILESS_MAIN(DesktopUrlOpenerTest)
 #include "DesktopUrlOpenerTest.moc"

@@ -73,188 +73,178 @@ class TaskNotificationServiceTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void triesAgainAfterFailures(); // first, while the bus has yet to learn every type
-    void postsACompletion();
-    void postsATest();
-    void showsTextsAsTheyAre_data();
-    void showsTextsAsTheyAre();
-    void recordsThePermission_data();
-    void recordsThePermission();
-    void opensEachThreadOnce();
-    void ignoresOtherClicks();
-    void outlivesAHangingDaemon_data();
-    void outlivesAHangingDaemon();
-    void tellsDaemonsApart();
-};
+    // first, while the bus has yet to learn every type
+    void triesAgainAfterFailures() {
+        Session session;
+        QVERIFY(session.delivery(record("t")).contains("org.freedesktop.Notifications"));
+        auto daemon = std::make_unique<FakeNotificationDaemon>();
+        QCOMPARE(session.delivery(record("t")), "");
+        daemon->mood = FakeNotificationDaemon::Mood::failing;
+        QCOMPARE(session.delivery(record("t")), "The screen is full");
+        daemon->mood = FakeNotificationDaemon::Mood::willing;
+        QCOMPARE(session.delivery(record("t")), "");
+        daemon.reset();
+        QVERIFY(!session.delivery(record("t")).isEmpty());
+        daemon = std::make_unique<FakeNotificationDaemon>();
+        QCOMPARE(session.delivery(record("t")), "");
+        daemon->click(1);
+        QTRY_COMPARE(session.opener.opened, QStringList{"orvik://threads/t"});
+    }
 
-void TaskNotificationServiceTest::triesAgainAfterFailures() {
-    Session session;
-    QVERIFY(session.delivery(record("t")).contains("org.freedesktop.Notifications"));
-    auto daemon = std::make_unique<FakeNotificationDaemon>();
-    QCOMPARE(session.delivery(record("t")), "");
-    daemon->mood = FakeNotificationDaemon::Mood::failing;
-    QCOMPARE(session.delivery(record("t")), "The screen is full");
-    daemon->mood = FakeNotificationDaemon::Mood::willing;
-    QCOMPARE(session.delivery(record("t")), "");
-    daemon.reset();
-    QVERIFY(!session.delivery(record("t")).isEmpty());
-    daemon = std::make_unique<FakeNotificationDaemon>();
-    QCOMPARE(session.delivery(record("t")), "");
-    daemon->click(1);
-    QTRY_COMPARE(session.opener.opened, QStringList{"orvik://threads/t"});
-}
+    void postsACompletion() {
+        FakeNotificationDaemon daemon;
+        Session session;
+        QCOMPARE(session.delivery(record("t1", "Build it", "tallyview")), "");
+        QCOMPARE(daemon.notices.size(), 1);
+        const FakeNotificationDaemon::Notice notice = daemon.notices.constFirst();
+        QCOMPARE(notice.applicationName, "Orvik Tallyview");
+        QCOMPARE(notice.summary, u"Orvik 任务已完成"_qs);
+        QCOMPARE(notice.body, "tallyview\nBuild it");
+        QCOMPARE(notice.actions.value(0), "default");
+        QCOMPARE(notice.actions.size(), 2);
+        QCOMPARE(notice.hints, (QVariantMap{{"desktop-entry", "org.orvik.Tallyview"},
+                                            {"sound-name", "message-new-instant"}}));
+        QCOMPARE(notice.expiry, -1);
+    }
 
-void TaskNotificationServiceTest::postsACompletion() {
-    FakeNotificationDaemon daemon;
-    Session session;
-    QCOMPARE(session.delivery(record("t1", "Build it", "tallyview")), "");
-    QCOMPARE(daemon.notices.size(), 1);
-    const FakeNotificationDaemon::Notice notice = daemon.notices.constFirst();
-    QCOMPARE(notice.applicationName, "Orvik Tallyview");
-    QCOMPARE(notice.summary, u"Orvik 任务已完成"_qs);
-    QCOMPARE(notice.body, "tallyview\nBuild it");
-    QCOMPARE(notice.actions.value(0), "default");
-    QCOMPARE(notice.actions.size(), 2);
-    QCOMPARE(notice.hints, (QVariantMap{{"desktop-entry", "org.orvik.Tallyview"},
-                                        {"sound-name", "message-new-instant"}}));
-    QCOMPARE(notice.expiry, -1);
-}
-
-void TaskNotificationServiceTest::postsATest() {
-    FakeNotificationDaemon daemon;
-    Session session;
-    QCOMPARE(session.delivery([&] { session.service.sendTestNotification(); }), "");
-    QCOMPARE(daemon.notices.constFirst().summary, u"Orvik Tallyview 通知已开启"_qs);
-    QCOMPARE(daemon.notices.constFirst().body, u"任务运行结束后，会在这里提醒你。"_qs);
-    daemon.click(1);
-    QTRY_COMPARE(daemon.closed, QList<uint>{1});
-    const auto activation = session.activations.constFirst().constFirst();
-    QVERIFY(QRegularExpression("^orvik-task-notification-test-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]"
+    void postsATest() {
+        FakeNotificationDaemon daemon;
+        Session session;
+        QCOMPARE(session.delivery([&] { session.service.sendTestNotification(); }), "");
+        QCOMPARE(daemon.notices.constFirst().summary, u"Orvik Tallyview 通知已开启"_qs);
+        QCOMPARE(daemon.notices.constFirst().body, u"任务运行结束后，会在这里提醒你。"_qs);
+        daemon.click(1);
+        QTRY_COMPARE(daemon.closed, QList<uint>{1});
+        const auto activation = session.activations.constFirst().constFirst();
+        QVERIFY(
+            QRegularExpression("^orvik-task-notification-test-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]"
                                "{12}$")
                 .match(activation.value<NotificationActivation>().identifier)
                 .hasMatch());
-    QCOMPARE(session.opener.opened, QStringList());
-}
+        QCOMPARE(session.opener.opened, QStringList());
+    }
 
-void TaskNotificationServiceTest::showsTextsAsTheyAre_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("asMarkup");
-    const auto row = [](const char *name, const QString &text, const QString &asMarkup) {
-        QTest::newRow(name) << text << asMarkup;
-    };
-    row("markup", "<b>x</b> a<b>c", "&lt;b&gt;x&lt;/b&gt; a&lt;b&gt;c");
-    row("entity", "R&amp;D", "R&amp;amp;D");
-    row("quotes", "'a' \"b\"", "'a' \"b\"");
-    row("line breaks", "a\nb\tc", "a\nb\tc");
-    row("controls", u"a\u001b[1mb\0c"_qs, "a [1mb c");
-    row("emoji", u"🎉 完成 👩‍💻"_qs, u"🎉 完成 👩‍💻"_qs);
-    row("long", QString(5000, u'<'), QString("&lt;").repeated(5000));
-}
+    void showsTextsAsTheyAre_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("asMarkup");
+        const auto row = [](const char *name, const QString &text, const QString &asMarkup) {
+            QTest::newRow(name) << text << asMarkup;
+        };
+        row("markup", "<b>x</b> a<b>c", "&lt;b&gt;x&lt;/b&gt; a&lt;b&gt;c");
+        row("entity", "R&amp;D", "R&amp;amp;D");
+        row("quotes", "'a' \"b\"", "'a' \"b\"");
+        row("line breaks", "a\nb\tc", "a\nb\tc");
+        row("controls", u"a\u001b[1mb\0c"_qs, "a [1mb c");
+        row("emoji", u"🎉 完成 👩‍💻"_qs, u"🎉 完成 👩‍💻"_qs);
+        row("long", QString(5000, u'<'), QString("&lt;").repeated(5000));
+    }
 
-void TaskNotificationServiceTest::showsTextsAsTheyAre() {
-    QFETCH(const QString, text);
-    QFETCH(QString, asMarkup);
-    for (const bool markup : {true, false}) {
-        FakeNotificationDaemon daemon(markup ? QStringList{"body", "body-markup"}
-                                             : QStringList{"body"});
+    void showsTextsAsTheyAre() {
+        QFETCH(const QString, text);
+        QFETCH(QString, asMarkup);
+        for (const bool markup : {true, false}) {
+            FakeNotificationDaemon daemon(markup ? QStringList{"body", "body-markup"}
+                                                 : QStringList{"body"});
+            Session session;
+            QCOMPARE(session.delivery(record("t", text, text)), "");
+            const QString plain = QString(text).replace(u'\u001b', u' ').replace(QChar(), u' ');
+            const QString expected = markup ? asMarkup : plain;
+            QCOMPARE(daemon.notices.constFirst().body, expected + "\n" + expected);
+        }
+    }
+
+    void recordsThePermission_data() {
+        QTest::addColumn<bool>("daemonRuns");
+        QTest::newRow("daemon") << true;
+        QTest::newRow("no daemon") << false;
+    }
+
+    void recordsThePermission() {
+        QFETCH(const bool, daemonRuns);
+        std::optional<FakeNotificationDaemon> daemon;
+        if (daemonRuns) {
+            daemon.emplace();
+        }
+        const Session session;
+        const auto kept = [&](const char *key) { return session.defaults.text(key); };
+        QTRY_COMPARE(kept("notificationAuthorizationStatus"), daemonRuns ? "2" : "1");
+        QCOMPARE(kept("notificationAuthorizationGranted"), daemonRuns ? "true" : "false");
+        QCOMPARE(kept("notificationAuthorizationError")->isEmpty(), daemonRuns);
+        QCOMPARE(kept("notificationDeliveryError"), std::nullopt);
+    }
+
+    void opensEachThreadOnce() {
+        FakeNotificationDaemon daemon;
         Session session;
-        QCOMPARE(session.delivery(record("t", text, text)), "");
-        const QString plain = QString(text).replace(u'\u001b', u' ').replace(QChar(), u' ');
-        const QString expected = markup ? asMarkup : plain;
-        QCOMPARE(daemon.notices.constFirst().body, expected + "\n" + expected);
-    }
-}
+        QCOMPARE(session.delivery(record("a b/c")), "");
+        QCOMPARE(session.delivery(record(u"任务"_qs)), "");
+        QCOMPARE(session.delivery(record("a b/c")), "");
+        daemon.click(3, "#token");
+        daemon.click(2);
+        daemon.click(3, "#again");
+        QTRY_COMPARE(session.opener.opened, (QStringList{"orvik://threads/a%20b/c#token",
+                                                         "orvik://threads/%E4%BB%BB%E5%8A%A1"}));
+        QTRY_COMPARE(daemon.closed, (QList<uint>{3, 2}));
+        daemon.click(1);
+        QTRY_COMPARE(daemon.closed, (QList<uint>{3, 2, 1}));
+        QCOMPARE(session.opener.opened.size(), 3);
 
-void TaskNotificationServiceTest::recordsThePermission_data() {
-    QTest::addColumn<bool>("daemonRuns");
-    QTest::newRow("daemon") << true;
-    QTest::newRow("no daemon") << false;
-}
-
-void TaskNotificationServiceTest::recordsThePermission() {
-    QFETCH(const bool, daemonRuns);
-    std::optional<FakeNotificationDaemon> daemon;
-    if (daemonRuns) {
-        daemon.emplace();
-    }
-    const Session session;
-    const auto kept = [&](const char *key) { return session.defaults.text(key); };
-    QTRY_COMPARE(kept("notificationAuthorizationStatus"), daemonRuns ? "2" : "1");
-    QCOMPARE(kept("notificationAuthorizationGranted"), daemonRuns ? "true" : "false");
-    QCOMPARE(kept("notificationAuthorizationError")->isEmpty(), daemonRuns);
-    QCOMPARE(kept("notificationDeliveryError"), std::nullopt);
-}
-
-void TaskNotificationServiceTest::opensEachThreadOnce() {
-    FakeNotificationDaemon daemon;
-    Session session;
-    QCOMPARE(session.delivery(record("a b/c")), "");
-    QCOMPARE(session.delivery(record(u"任务"_qs)), "");
-    QCOMPARE(session.delivery(record("a b/c")), "");
-    daemon.click(3, "#token");
-    daemon.click(2);
-    daemon.click(3, "#again");
-    QTRY_COMPARE(session.opener.opened, (QStringList{"orvik://threads/a%20b/c#token",
-                                                     "orvik://threads/%E4%BB%BB%E5%8A%A1"}));
-    QTRY_COMPARE(daemon.closed, (QList<uint>{3, 2}));
-    daemon.click(1);
-    QTRY_COMPARE(daemon.closed, (QList<uint>{3, 2, 1}));
-    QCOMPARE(session.opener.opened.size(), 3);
-
-    QStringList identifiers;
-    for (const QList<QVariant> &arguments : std::as_const(session.activations)) {
-        identifiers.append(arguments.constFirst().value<NotificationActivation>().identifier);
-    }
-    QCOMPARE(identifiers.removeDuplicates(), 0);
-    QVERIFY(QRegularExpression("^orvik-task-complete-a b/c-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]"
+        QStringList identifiers;
+        for (const QList<QVariant> &arguments : std::as_const(session.activations)) {
+            identifiers.append(arguments.constFirst().value<NotificationActivation>().identifier);
+        }
+        QCOMPARE(identifiers.removeDuplicates(), 0);
+        QVERIFY(
+            QRegularExpression("^orvik-task-complete-a b/c-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]"
                                "{12}$")
                 .match(identifiers.constLast())
                 .hasMatch());
-}
+    }
 
-void TaskNotificationServiceTest::ignoresOtherClicks() {
-    FakeNotificationDaemon daemon;
-    Session session;
-    QCOMPARE(session.delivery(record("t")), "");
-    daemon.click(2);
-    emit daemon.ActionInvoked(1, "settings");
-    daemon.click(1);
-    QTRY_COMPARE(daemon.closed, QList<uint>{1});
-    QCOMPARE(session.opener.opened, QStringList{"orvik://threads/t"});
-}
+    void ignoresOtherClicks() {
+        FakeNotificationDaemon daemon;
+        Session session;
+        QCOMPARE(session.delivery(record("t")), "");
+        daemon.click(2);
+        emit daemon.ActionInvoked(1, "settings");
+        daemon.click(1);
+        QTRY_COMPARE(daemon.closed, QList<uint>{1});
+        QCOMPARE(session.opener.opened, QStringList{"orvik://threads/t"});
+    }
 
-void TaskNotificationServiceTest::outlivesAHangingDaemon_data() {
-    QTest::addColumn<bool>("hangsAtOnce");
-    QTest::newRow("while it shows the notice") << false;
-    QTest::newRow("at once") << true;
-}
+    void outlivesAHangingDaemon_data() {
+        QTest::addColumn<bool>("hangsAtOnce");
+        QTest::newRow("while it shows the notice") << false;
+        QTest::newRow("at once") << true;
+    }
 
-void TaskNotificationServiceTest::outlivesAHangingDaemon() {
-    QFETCH(const bool, hangsAtOnce);
-    FakeNotificationDaemon daemon;
-    daemon.mood = FakeNotificationDaemon::Mood::hanging;
-    daemon.hangsAtOnce = hangsAtOnce;
-    Session session;
-    QVERIFY(!session.delivery(record("slow")).isEmpty());
-    daemon.wakeUp();
-    QCOMPARE(session.delivery(record("next")), "");
-    QCOMPARE(daemon.notices.size(), hangsAtOnce ? 1 : 2);
-    daemon.click(1);
-    QTRY_COMPARE(session.opener.opened,
-                 QStringList{hangsAtOnce ? "orvik://threads/next" : "orvik://threads/slow"});
-}
+    void outlivesAHangingDaemon() {
+        QFETCH(const bool, hangsAtOnce);
+        FakeNotificationDaemon daemon;
+        daemon.mood = FakeNotificationDaemon::Mood::hanging;
+        daemon.hangsAtOnce = hangsAtOnce;
+        Session session;
+        QVERIFY(!session.delivery(record("slow")).isEmpty());
+        daemon.wakeUp();
+        QCOMPARE(session.delivery(record("next")), "");
+        QCOMPARE(daemon.notices.size(), hangsAtOnce ? 1 : 2);
+        daemon.click(1);
+        QTRY_COMPARE(session.opener.opened,
+                     QStringList{hangsAtOnce ? "orvik://threads/next" : "orvik://threads/slow"});
+    }
 
-void TaskNotificationServiceTest::tellsDaemonsApart() {
-    auto daemon = std::make_unique<FakeNotificationDaemon>();
-    Session session;
-    QCOMPARE(session.delivery(record("old")), "");
-    daemon = nullptr;
-    daemon = std::make_unique<FakeNotificationDaemon>();
-    daemon->click(1);
-    QCOMPARE(session.delivery(record("new")), "");
-    daemon->click(1);
-    QTRY_COMPARE(session.opener.opened, QStringList{"orvik://threads/new"});
-}
+    void tellsDaemonsApart() {
+        auto daemon = std::make_unique<FakeNotificationDaemon>();
+        Session session;
+        QCOMPARE(session.delivery(record("old")), "");
+        daemon = nullptr;
+        daemon = std::make_unique<FakeNotificationDaemon>();
+        daemon->click(1);
+        QCOMPARE(session.delivery(record("new")), "");
+        daemon->click(1);
+        QTRY_COMPARE(session.opener.opened, QStringList{"orvik://threads/new"});
+    }
+};
 
 QTEST_GUILESS_MAIN(TaskNotificationServiceTest)
 #include "TaskNotificationServiceTest.moc"
