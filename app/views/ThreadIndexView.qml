@@ -19,9 +19,6 @@ FocusScope {
 
     signal backRequested()
 
-    // The list that shows, if one does.
-    property ThreadList list: null
-
     function focusSearch() {
         header.focusSearch();
     }
@@ -29,9 +26,7 @@ FocusScope {
         return replaced.current.scrollForKey(key);
     }
 
-    Keys.onPressed: event => {
-        event.accepted = list !== null && list.scrollForKey(event.key);
-    }
+    Keys.onPressed: event => event.accepted = scrollForKey(event.key)
 
     Rectangle {
         anchors.fill: parent
@@ -80,7 +75,6 @@ FocusScope {
                 delegate: ThreadList {
                     anchors.fill: parent
                     content: faces
-                    Component.onCompleted: view.list = this
                 }
             }
             Repeater {
