@@ -79,10 +79,13 @@ FocusScope {
             readonly property bool isFocus: identity === "focus"
 
             function focusSearch() {
-                (isFocus ? focusWorkspace : standardWorkspace).itemAt(0).focusSearch();
+                if (isFocus)
+                    (focusWorkspace.itemAt(0) as FocusWorkspaceView).focusSearch();
+                else
+                    (standardWorkspace.itemAt(0) as ThreadWorkspace).focusSearch();
             }
             function scrollForKey(key: int): bool {
-                return (isFocus ? focusWorkspace : standardWorkspace).itemAt(0).scrollForKey(key);
+                return isFocus ? (focusWorkspace.itemAt(0) as FocusWorkspaceView).scrollForKey(key) : (standardWorkspace.itemAt(0) as ThreadWorkspace).scrollForKey(key);
             }
 
             Repeater {

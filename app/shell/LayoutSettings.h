@@ -24,6 +24,11 @@ class LayoutSettings : public QObject {
                    appearanceModeChanged)
 
 public:
+    // In points.
+    static constexpr double minimumSidebarWidth = 200;
+    static constexpr double maximumSidebarWidth = 360;
+    static constexpr double defaultSidebarWidth = 224;
+
     /// The defaults outlive this object.
     explicit LayoutSettings(UserDefaults &defaults);
 
@@ -48,9 +53,6 @@ signals:
 private:
     void announce(const QString &key);
 
-    const double minimumSidebarWidth = 200;
-    const double maximumSidebarWidth = 360;
-    const double defaultSidebarWidth = 224;
     UserDefaults &m_defaults;
 };
 

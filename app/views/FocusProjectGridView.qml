@@ -51,7 +51,7 @@ FocusScope {
                 return identity === String(face);
             }
             function scrollForKey(key: int): bool {
-                return cards.count > 0 && cards.itemAt(0).scrollForKey(key);
+                return cards.count > 0 && (cards.itemAt(0) as FocusProjectGrid).scrollForKey(key);
             }
 
             FocusGridContent {

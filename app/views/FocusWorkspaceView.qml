@@ -42,10 +42,10 @@ FocusScope {
 
             function focusSearch() {
                 if (!isGrid)
-                    opened.itemAt(0).focusSearch();
+                    (opened.itemAt(0) as ThreadWorkspace).focusSearch();
             }
             function scrollForKey(key: int): bool {
-                return (isGrid ? grid : opened).itemAt(0).scrollForKey(key);
+                return isGrid ? (grid.itemAt(0) as FocusProjectGridView).scrollForKey(key) : (opened.itemAt(0) as ThreadWorkspace).scrollForKey(key);
             }
 
             enterOffset: isGrid ? -10 : 12

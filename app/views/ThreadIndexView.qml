@@ -50,7 +50,7 @@ FocusScope {
             id: shown
 
             function scrollForKey(key: int): bool {
-                return list.count > 0 && list.itemAt(0).scrollForKey(key);
+                return list.count > 0 && (list.itemAt(0) as ThreadList).scrollForKey(key);
             }
 
             ThreadIndexContent {
