@@ -24,7 +24,8 @@ struct ProjectCard {
     Q_PROPERTY(QString helpText MEMBER helpText)
 
 public:
-    QString key;     ///< the project's name
+    QString key;     ///< the exact name of the project
+    QString name;    ///< as it is shown
     QString code;    ///< the short code on its badge
     QString updated; ///< how long ago one of its threads was updated
     QString running; ///< numbers of threads, in words
