@@ -50,37 +50,45 @@ SoftScrollView {
             }
         }
         AllProjectsRow {
+            id: allProjects
+
             width: parent.width
             selected: navigation.allProjects
             count: navigation.threadCount
             label: navigation.allProjectsLabel
             onClicked: navigation.chooseAllProjects()
-            onReached: view.reveal(this)
+            onReached: view.reveal(allProjects)
         }
         QuickRow {
+            id: today
+
             width: parent.width
             code: "24H"
             title: "今天更新"
             count: navigation.todayCount
             onClicked: navigation.showToday()
-            onReached: view.reveal(this)
+            onReached: view.reveal(today)
         }
         QuickRow {
+            id: pinned
+
             width: parent.width
             code: "PIN"
             title: "已固定"
             count: navigation.pinnedCount
             active: navigation.pinnedOnly
             onClicked: navigation.togglePinnedOnly()
-            onReached: view.reveal(this)
+            onReached: view.reveal(pinned)
         }
         QuickRow {
+            id: archived
+
             width: parent.width
             code: "ARC"
             title: "已归档"
             count: navigation.archivedCount
             onClicked: navigation.showArchived()
-            onReached: view.reveal(this)
+            onReached: view.reveal(archived)
         }
         Item {
             width: parent.width

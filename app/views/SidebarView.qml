@@ -41,9 +41,9 @@ FocusScope {
         content: ReplaceableContent {
             id: shown
 
-            property bool focusMode: false
+            property bool focusMode: view.focusMode
 
-            // Which of the two it is stays with it.
+            // Which of the two it is stays with it: the assignment ends the binding.
             Component.onCompleted: focusMode = view.focusMode
 
             Repeater {
