@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/platform/Pasteboard.h"
 #include "core/ThreadRecord.h"
 
 #include <QLocale>
@@ -21,6 +22,7 @@ Instant systemNow();
 struct DashboardEnvironment {
     UserDefaults &defaults;
     UrlOpener &urlOpener;
+    Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
     std::function<QTimeZone()> timeZone = QTimeZone::systemTimeZone;
     QLocale collationLocale = QLocale::system(); ///< orders project names

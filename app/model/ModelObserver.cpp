@@ -19,6 +19,13 @@ void ModelObserver::setModel(DashboardModel *model) {
     emit modelChanged();
 }
 
+void ModelObserver::setLive(bool live) {
+    if (std::exchange(m_live, live) != live) {
+        scheduleUpdate();
+        emit liveChanged();
+    }
+}
+
 void ModelObserver::scheduleUpdate() {
     if (!std::exchange(m_updateIsScheduled, true)) {
         QMetaObject::invokeMethod(this, &ModelObserver::updateNow, Qt::QueuedConnection);
@@ -27,7 +34,7 @@ void ModelObserver::scheduleUpdate() {
 
 void ModelObserver::updateNow() {
     m_updateIsScheduled = false;
-    if (m_model) {
+    if (m_model && m_live) {
         update();
     }
 }

@@ -9,11 +9,12 @@
 namespace tallyview {
 
 /// What a view shows of the dashboard, worked out once for all changes of one turn of the event
-/// loop.
+/// loop. While it is not `live` it keeps what it shows: its view is being replaced.
 class ModelObserver : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(tallyview::DashboardModel *model READ model WRITE setModel NOTIFY modelChanged)
+    Q_PROPERTY(bool live READ isLive WRITE setLive NOTIFY liveChanged)
 
 public:
     using QObject::QObject;
@@ -21,9 +22,12 @@ public:
     DashboardModel *model() const { return m_model; }
     /// The model is not owned. What is shown follows at once.
     void setModel(DashboardModel *model);
+    bool isLive() const { return m_live; }
+    void setLive(bool live);
 
 signals:
     void modelChanged();
+    void liveChanged();
 
 protected:
     /// Recomputes what is shown. Called with a model only.
@@ -34,6 +38,7 @@ private:
     void updateNow();
 
     QPointer<DashboardModel> m_model;
+    bool m_live = true;
     bool m_updateIsScheduled = false;
 };
 

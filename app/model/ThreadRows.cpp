@@ -1,32 +1,16 @@
 #include "app/model/ThreadRows.h"
 
+#include "app/model/DisplayText.h"
 #include "app/model/ThreadFormatting.h"
 #include "core/TextSanitizer.h"
 #include "core/UnicodeText.h"
-
-#include <algorithm>
 
 namespace tallyview {
 
 namespace {
 
-/// More than any screen shows in one line; keeps the layout of huge titles cheap.
-constexpr qsizetype longestLine = 2000;
-
-QString oneLine(const std::string &text) {
-    QString line =
-        QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), 4 * longestLine));
-    line.truncate(longestLine);
-    if (!line.isEmpty() && line.back().isHighSurrogate()) {
-        line.chop(1);
-    }
-    std::replace_if(
-        line.begin(), line.end(), [](QChar character) { return character.isSpace(); }, u' ');
-    return line;
-}
-
 QString metaLine(const ThreadRecord &thread) {
-    return oneLine(TextSanitizer::projectCode(thread->project) + " / " +
+    return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + " / " +
                    uppercased(thread->project) + " / " + uppercased(thread->source));
 }
 
@@ -40,7 +24,7 @@ TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instan
                 const QTimeZone &timeZone) {
     TaskRow row;
     row.key = QString::fromStdString(group.id + "/" + thread.id());
-    row.title = oneLine(thread->title);
+    row.title = DisplayText::oneLine(thread->title);
     row.meta = metaLine(thread);
     row.age = ThreadFormatting::relative(thread->updatedAt, now, timeZone);
     row.active = isActive(thread);

@@ -7,7 +7,7 @@ namespace tallyview::AppAssets {
 namespace {
 
 QIcon loadIcon() {
-    const QPixmap own(QStringLiteral(":/qt/qml/Orvik/Tallyview/Shell/OrvikIcon.png"));
+    const QPixmap own(QStringLiteral(":/qt/qml/Orvik/Tallyview/Theme/OrvikIcon.png"));
     if (!own.isNull()) {
         return QIcon(own);
     }

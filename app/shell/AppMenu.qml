@@ -1,32 +1,7 @@
-import QtQuick
-import QtQuick.Templates as T
+import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Theme
 
 // A menu of the menu bar.
-T.Menu {
-    id: menu
-
-    implicitWidth: Math.max(240, contentItem.implicitWidth + leftPadding + rightPadding)
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    topPadding: 6
-    bottomPadding: 6
-    overlap: 0
+SoftMenu {
     delegate: AppMenuItem {}
-    background: SoftSurface {
-        radius: 10
-        fill: SoftTheme.raisedSurface
-        outline: SoftTheme.hairline
-        outlineWidth: 1
-        darkShadow.color: SoftTheme.softShadowDark
-        darkShadow.blur: 14
-        darkShadow.x: 0
-        darkShadow.y: 6
-    }
-    contentItem: ListView {
-        implicitWidth: contentItem.childrenRect.width
-        implicitHeight: contentHeight
-        model: menu.contentModel
-        currentIndex: menu.currentIndex
-        interactive: false
-    }
 }

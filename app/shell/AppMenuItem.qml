@@ -1,40 +1,7 @@
-import QtQuick
-import QtQuick.Templates as T
+import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Theme
 
 // One command of a menu with its shortcut.
-T.MenuItem {
-    id: item
-
-    implicitWidth: Math.max(200, title.implicitWidth + keys.implicitWidth + 56)
-    implicitHeight: 30
-    Accessible.name: text
-    background: Rectangle {
-        anchors.fill: item
-        anchors.leftMargin: 5
-        anchors.rightMargin: 5
-        radius: 6
-        color: item.highlighted && item.enabled ? SoftTheme.accent : SoftTheme.clear
-    }
-    contentItem: Item {
-        SoftText {
-            id: title
-
-            x: 16
-            anchors.verticalCenter: parent.verticalCenter
-            text: item.text
-            size: 12
-            color: !item.enabled ? SoftTheme.mutedInk : item.highlighted ? SoftTheme.accentInk : SoftTheme.primaryInk
-        }
-        SoftText {
-            id: keys
-
-            anchors.right: parent.right
-            anchors.rightMargin: 16
-            anchors.verticalCenter: parent.verticalCenter
-            text: (item.action as AppAction)?.keysText ?? ""
-            size: 11
-            color: item.highlighted && item.enabled ? SoftTheme.accentInk : SoftTheme.mutedInk
-        }
-    }
+SoftMenuItem {
+    keysText: (action as AppAction)?.keysText ?? ""
 }

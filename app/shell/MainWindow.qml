@@ -11,6 +11,8 @@ T.ApplicationWindow {
     required property DashboardModel model
     required property AppCommands commands
     required property WindowAppearance appearance
+    required property LayoutSettings layout
+    required property Workspace workspace
 
     title: "Orvik Tallyview"
     width: 1440
@@ -41,5 +43,7 @@ T.ApplicationWindow {
         focus: true
         model: window.model
         commands: window.commands
+        layout: window.layout
+        workspace: window.workspace
     }
 }

@@ -11,7 +11,9 @@ OrvikTallyviewApp::OrvikTallyviewApp()
     , m_appDelegate(m_notifications)
     , m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
     , m_commands(m_model, m_notifications)
-    , m_windowAppearance(m_defaults, m_appearance) {
+    , m_windowAppearance(m_defaults, m_appearance)
+    , m_layout(m_defaults)
+    , m_workspace(m_model, m_layout) {
     QObject::connect(
         &m_model, &DashboardModel::taskCompleted, &m_model,
         [this](const ThreadRecord &thread) { m_notifications.notifyCompletion(thread); });
@@ -27,7 +29,9 @@ bool OrvikTallyviewApp::start() {
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
          {QStringLiteral("commands"), QVariant::fromValue(&m_commands)},
-         {QStringLiteral("appearance"), QVariant::fromValue(&m_windowAppearance)}});
+         {QStringLiteral("appearance"), QVariant::fromValue(&m_windowAppearance)},
+         {QStringLiteral("layout"), QVariant::fromValue(&m_layout)},
+         {QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml")));
     if (m_engine.rootObjects().isEmpty()) {
         return false;

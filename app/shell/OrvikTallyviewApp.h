@@ -8,7 +8,9 @@
 #include "app/platform/IniUserDefaults.h"
 #include "app/shell/AppCommands.h"
 #include "app/shell/AppDelegate.h"
+#include "app/shell/LayoutSettings.h"
 #include "app/shell/WindowAppearance.h"
+#include "app/shell/Workspace.h"
 
 #include <QQmlApplicationEngine>
 
@@ -39,6 +41,8 @@ private:
     DashboardModel m_model;
     AppCommands m_commands;
     WindowAppearance m_windowAppearance;
+    LayoutSettings m_layout;
+    Workspace m_workspace;
     QQmlApplicationEngine m_engine;
 };
 

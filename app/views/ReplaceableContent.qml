@@ -4,6 +4,21 @@ import QtQuick
 // and takes no input.
 Item {
     property bool live: true
+    // What it was made for; never changes.
+    property string identity
+
+    // How it comes, from this far to the right and at this size, and at what size it goes.
+    property real enterOffset: 0
+    property real enterScale: 0.985
+    property real leaveScale: 1
+
+    // Moves the keyboard focus to the search field, if there is one.
+    function focusSearch() {
+    }
+    // Scrolls for a key; false when there is nothing to scroll or the key is no scrolling key.
+    function scrollForKey(key: int): bool {
+        return false;
+    }
 
     anchors.fill: parent
 }

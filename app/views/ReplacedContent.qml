@@ -3,14 +3,18 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Orvik.Tallyview.Theme
 
-// Shows `content` anew whenever `identity` changes: the new content fades and grows in, the one it
-// replaces fades out as it was. The first content stands there at once.
+// Shows `content` anew whenever `identity` changes: the new content fades in and comes to its
+// place and size, the one it replaces fades out as it was. The first content stands there at once.
 Item {
     id: replaced
 
     required property string identity
     // Makes a ReplaceableContent.
     required property Component content
+    property int duration: SoftTheme.replaceDuration
+
+    // The content that is not being replaced.
+    property ReplaceableContent current: null
 
     property int generation: 0
 
@@ -53,6 +57,7 @@ Item {
 
             anchors.fill: parent
             enabled: live
+            transform: Translate { id: place }
             // Fades as one picture, not piece by piece.
             layer.enabled: entering.running || leaving.running
 
@@ -61,7 +66,8 @@ Item {
                     leave();
             }
             Component.onCompleted: {
-                shown = replaced.content.createObject(holder) as ReplaceableContent;
+                shown = replaced.content.createObject(holder, { identity: replaced.identity }) as ReplaceableContent;
+                replaced.current = shown;
                 if (!isFirst && !SoftTheme.reducedMotion)
                     entering.start();
             }
@@ -74,16 +80,17 @@ Item {
             ParallelAnimation {
                 id: entering
 
-                ReplaceAnimation { target: holder; property: "opacity"; from: 0; to: 1 }
-                ReplaceAnimation { target: holder; property: "scale"; from: 0.985; to: 1 }
+                ReplaceAnimation { target: holder; property: "opacity"; from: 0; to: 1; duration: replaced.duration }
+                ReplaceAnimation { target: holder; property: "scale"; from: holder.shown?.enterScale ?? 1; to: 1; duration: replaced.duration }
+                ReplaceAnimation { target: place; property: "x"; from: holder.shown?.enterOffset ?? 0; to: 0; duration: replaced.duration }
             }
-            ReplaceAnimation {
+            ParallelAnimation {
                 id: leaving
 
-                target: holder
-                property: "opacity"
-                to: 0
                 onFinished: replaced.dropAfter(holder.number)
+
+                ReplaceAnimation { target: holder; property: "opacity"; to: 0; duration: replaced.duration }
+                ReplaceAnimation { target: holder; property: "scale"; to: holder.shown?.leaveScale ?? 1; duration: replaced.duration }
             }
             Connections {
                 function onReducedMotionChanged() {

@@ -12,21 +12,21 @@ FocusScope {
     required property string title
     // Shows the back button, and keeps the project when filters are reset.
     property bool canGoBack: false
+    // While it is being replaced it is not live and keeps what it shows.
+    property bool live: true
 
     readonly property bool searchFocused: header.searchFocused
 
     signal backRequested()
 
-    // The list that shows, if one does.
-    property ThreadList list: null
-
     function focusSearch() {
         header.focusSearch();
     }
-
-    Keys.onPressed: event => {
-        event.accepted = list !== null && list.scrollForKey(event.key);
+    function scrollForKey(key: int): bool {
+        return replaced.current.scrollForKey(key);
     }
+
+    Keys.onPressed: event => event.accepted = scrollForKey(event.key)
 
     Rectangle {
         anchors.fill: parent
@@ -35,9 +35,12 @@ FocusScope {
     ThreadIndexState {
         id: threadIndex
 
+        live: view.live
         model: view.model
     }
     ReplacedContent {
+        id: replaced
+
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -45,6 +48,10 @@ FocusScope {
         identity: threadIndex.contentIdentity
         content: ReplaceableContent {
             id: shown
+
+            function scrollForKey(key: int): bool {
+                return list.count > 0 && (list.itemAt(0) as ThreadList).scrollForKey(key);
+            }
 
             ThreadIndexContent {
                 id: faces
@@ -61,12 +68,13 @@ FocusScope {
                 }
             }
             Repeater {
+                id: list
+
                 model: faces.face === ThreadIndexContent.List ? 1 : 0
 
                 delegate: ThreadList {
                     anchors.fill: parent
                     content: faces
-                    Component.onCompleted: view.list = this
                 }
             }
             Repeater {

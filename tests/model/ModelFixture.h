@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/model/DashboardModel.h"
+#include "app/platform/Pasteboard.h"
 #include "app/platform/UrlOpener.h"
 #include "app/platform/UserDefaults.h"
 #include "demo/Rollout.h"
@@ -37,6 +38,13 @@ public:
     QList<QByteArray> opened;
 };
 
+class MemoryPasteboard : public Pasteboard {
+public:
+    void setText(const QString &copied) override { text = copied; }
+
+    QString text;
+};
+
 /// 2024-03-07 12:00:00 UTC, a Thursday.
 constexpr std::int64_t noon = 1'709'812'800;
 
@@ -59,6 +67,7 @@ public:
     ModelFixture()
         : model(OrvikThreadStore(databasePath()), {.defaults = defaults,
                                                    .urlOpener = opener,
+                                                   .pasteboard = pasteboard,
                                                    .now = [this] { return now; },
                                                    .timeZone = [this] { return timeZone; },
                                                    .collationLocale = QLocale(QLocale::English)}) {}
@@ -113,6 +122,7 @@ public:
     QTemporaryDir home;
     MemoryDefaults defaults;
     RecordingOpener opener;
+    MemoryPasteboard pasteboard;
     Instant now{std::chrono::seconds(noon)};
     QTimeZone timeZone = QTimeZone::utc();
     DashboardModel model;

@@ -1,0 +1,39 @@
+#include "app/model/FocusGridContent.h"
+
+#include <algorithm>
+
+namespace tallyview {
+
+void FocusGridContent::setGrid(FocusGridState *grid) {
+    if (m_grid == grid) {
+        return;
+    }
+    if (m_grid) {
+        disconnect(m_grid, nullptr, this, nullptr);
+    }
+    m_grid = grid;
+    if (grid) {
+        connect(grid, &FocusGridState::evaluated, this, &FocusGridContent::follow);
+        follow();
+    }
+    emit gridChanged();
+}
+
+void FocusGridContent::follow() {
+    const DashboardModel *model = m_grid->model();
+    if (!m_live || !model) {
+        return;
+    }
+    const auto &failure = model->errorMessage();
+    m_message = failure ? QString::fromStdString(*failure)
+                        : QStringLiteral("Orvik 产生任务后，项目会自动出现在这里。");
+    std::vector<ProjectCard> cards;
+    const QTimeZone timeZone = model->environment().timeZone();
+    for (const ProjectSummary &project : m_grid->projects()) {
+        cards.push_back(projectCard(project, m_grid->evaluatedAt(), timeZone));
+    }
+    m_cards.show(std::move(cards));
+    emit changed();
+}
+
+} // namespace tallyview

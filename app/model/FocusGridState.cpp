@@ -1,0 +1,23 @@
+#include "app/model/FocusGridState.h"
+
+namespace tallyview {
+
+void FocusGridState::update() {
+    m_evaluatedAt = model()->environment().now();
+    m_projects = model()->projectSummaries();
+    m_projectCount = QString::number(model()->projectCount());
+    m_runningCount = QString::number(model()->runningCount());
+    m_totalCount = QString::number(model()->rootThreads().size());
+    m_face = currentFace();
+    emit changed();
+    emit evaluated();
+}
+
+FocusGridState::Face FocusGridState::currentFace() const {
+    if (model()->isLoading() && model()->threads().empty()) {
+        return Loading;
+    }
+    return m_projects.empty() ? Empty : Grid;
+}
+
+} // namespace tallyview

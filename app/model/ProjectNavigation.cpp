@@ -1,0 +1,70 @@
+#include "app/model/ProjectNavigation.h"
+
+#include "app/model/DisplayText.h"
+#include "core/TextSanitizer.h"
+
+namespace tallyview {
+
+namespace {
+
+ProjectRow projectRow(const ProjectCount &project, const std::optional<std::string> &selected) {
+    ProjectRow row;
+    row.key = QString::fromStdString(project.name);
+    row.name = DisplayText::oneLine(project.name);
+    row.code = DisplayText::oneLine(TextSanitizer::projectCode(project.name));
+    row.count = QString::number(project.count);
+    row.selected = selected && canonicallyEqual(*selected, project.name);
+    return row;
+}
+
+} // namespace
+
+QString ProjectNavigation::allProjectsLabel() const {
+    return QStringLiteral("全部项目，共 %1 个任务").arg(m_threadCount);
+}
+
+void ProjectNavigation::chooseAllProjects() { model()->setSelectedProject(std::nullopt); }
+
+void ProjectNavigation::choose(int row) {
+    model()->setProject(m_projects.row(row).key.toStdString());
+}
+
+void ProjectNavigation::showToday() {
+    model()->setRecencyFilter(TaskRecencyFilter::today);
+    model()->setPinnedOnly(false);
+}
+
+void ProjectNavigation::togglePinnedOnly() { model()->setPinnedOnly(!model()->pinnedOnly()); }
+
+void ProjectNavigation::showArchived() {
+    model()->setStatusFilter(TaskStatusFilter::completed);
+    model()->setRecencyFilter(TaskRecencyFilter::older);
+    model()->setPinnedOnly(false);
+}
+
+void ProjectNavigation::update() {
+    if (!m_live) {
+        return;
+    }
+    showProjects();
+    m_allProjects = !model()->selectedProject();
+    m_pinnedOnly = model()->pinnedOnly();
+    m_threadCount = QString::number(model()->rootThreads().size());
+    m_todayCount = QString::number(model()->todayCount());
+    m_pinnedCount = QString::number(model()->pinnedIDs().size());
+    m_archivedCount = QString::number(model()->archivedCount());
+    emit changed();
+}
+
+void ProjectNavigation::showProjects() {
+    std::vector<ProjectCount> projects = model()->projects();
+    projects.resize(std::min(projects.size(), mostProjects));
+    std::vector<ProjectRow> rows;
+    rows.reserve(projects.size());
+    for (const ProjectCount &project : projects) {
+        rows.push_back(projectRow(project, model()->selectedProject()));
+    }
+    m_projects.show(std::move(rows));
+}
+
+} // namespace tallyview

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace tallyview {
+
+class UserDefaults;
+
+/// The user's settings of the window's layout and look, kept in the user defaults. Every change,
+/// from wherever, shows at once. Main thread.
+class LayoutSettings : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns the settings")
+    Q_PROPERTY(
+        double sidebarWidth READ sidebarWidth WRITE setSidebarWidth NOTIFY sidebarWidthChanged)
+    Q_PROPERTY(double minimumSidebarWidth MEMBER minimumSidebarWidth CONSTANT)
+    Q_PROPERTY(double maximumSidebarWidth MEMBER maximumSidebarWidth CONSTANT)
+    Q_PROPERTY(double defaultSidebarWidth MEMBER defaultSidebarWidth CONSTANT)
+    Q_PROPERTY(
+        QString dashboardMode READ dashboardMode WRITE setDashboardMode NOTIFY dashboardModeChanged)
+    Q_PROPERTY(QString appearanceMode READ appearanceMode WRITE setAppearanceMode NOTIFY
+                   appearanceModeChanged)
+
+public:
+    // In points.
+    static constexpr double minimumSidebarWidth = 200;
+    static constexpr double maximumSidebarWidth = 360;
+    static constexpr double defaultSidebarWidth = 224;
+
+    /// The defaults outlive this object.
+    explicit LayoutSettings(UserDefaults &defaults);
+
+    /// In points, always within the bounds, whatever is stored.
+    double sidebarWidth() const;
+    void setSidebarWidth(double width);
+    /// Stores the width that shows where the stored one is out of bounds.
+    Q_INVOKABLE void healSidebarWidth();
+
+    // Raw values as they are stored; any text.
+
+    QString dashboardMode() const;
+    void setDashboardMode(const QString &rawValue);
+    QString appearanceMode() const;
+    void setAppearanceMode(const QString &rawValue);
+
+signals:
+    void sidebarWidthChanged();
+    void dashboardModeChanged();
+    void appearanceModeChanged();
+
+private:
+    void announce(const QString &key);
+
+    UserDefaults &m_defaults;
+};
+
+} // namespace tallyview

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/model/FocusProject.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace tallyview {
+
+class LayoutSettings;
+
+/// What stands right of the sidebar: which workspace, and the project open in the focus
+/// workspace. Follows the setting "dashboardMode"; whenever that changes, no project is open or
+/// selected any more. Main thread.
+class Workspace : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns the workspace")
+    Q_PROPERTY(bool focusMode READ isFocusMode NOTIFY focusModeChanged)
+    Q_PROPERTY(tallyview::FocusProject *focusProject READ focusProject CONSTANT)
+
+public:
+    /// Both outlive this object.
+    Workspace(DashboardModel &model, LayoutSettings &layout);
+
+    bool isFocusMode() const { return m_focusMode; }
+    FocusProject *focusProject() { return &m_focusProject; }
+
+    /// Chooses and stores the other mode.
+    Q_INVOKABLE void toggleMode();
+
+signals:
+    void focusModeChanged();
+
+private:
+    bool storedFocusMode() const;
+    void followMode();
+
+    DashboardModel &m_model;
+    LayoutSettings &m_layout;
+    FocusProject m_focusProject;
+    bool m_focusMode;
+};
+
+} // namespace tallyview

@@ -1,0 +1,58 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+
+// The project cards, as many in a row as fit.
+SoftScrollView {
+    id: scroll
+
+    required property var cards
+
+    readonly property real smallestCell: 220
+    readonly property real largestCell: 320
+    readonly property real gap: 16
+    readonly property real sidePadding: 30
+    readonly property real bottomPadding: 28
+
+    readonly property real room: width - 2 * sidePadding
+    readonly property int columns: Math.max(1, Math.floor((room + gap) / (smallestCell + gap)))
+    readonly property real fittingCell: (room - (columns - 1) * gap) / columns
+    readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
+
+    // The exact name of the project.
+    signal selected(key: string)
+
+    function reveal(card: Item) {
+        if (card.y < contentY)
+            scrollTo(card.y, true);
+        else if (card.y + card.height > contentY + height)
+            scrollTo(card.y + card.height - height, true);
+    }
+
+    contentHeight: grid.height + bottomPadding
+
+    Grid {
+        id: grid
+
+        x: scroll.sidePadding
+        columns: scroll.columns
+        spacing: scroll.gap
+
+        Repeater {
+            model: scroll.cards
+
+            delegate: FocusProjectCard {
+                id: card
+
+                width: scroll.cellWidth
+                onClicked: scroll.selected(row.key)
+                onVisualFocusChanged: {
+                    if (visualFocus)
+                        scroll.reveal(card);
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,27 @@
+import QtQuick
+import Orvik.Tallyview.Theme
+
+// A figure of a project behind a dot of its colour.
+Row {
+    id: metric
+
+    required property string text
+    property color tint: SoftTheme.secondaryInk
+
+    spacing: 5
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: 6
+        height: 6
+        radius: 3
+        color: metric.tint
+    }
+    SoftText {
+        anchors.verticalCenter: parent.verticalCenter
+        text: metric.text
+        size: 9
+        weight: Font.Medium
+        color: SoftTheme.secondaryInk
+    }
+}

@@ -1,0 +1,117 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Theme
+import Orvik.Tallyview.Views
+
+// All projects, the shortcuts to filters, and the largest projects.
+SoftScrollView {
+    id: view
+
+    required property DashboardModel model
+    required property bool live
+
+    contentHeight: rows.height + 12
+
+    // A row that the keyboard reaches comes into view.
+    function reveal(row: Item) {
+        const top = rows.y + row.y;
+        if (top < contentY)
+            scrollTo(top, true);
+        else if (top + row.height > contentY + height)
+            scrollTo(top + row.height - height, true);
+    }
+
+    ProjectNavigation {
+        id: navigation
+
+        live: view.live
+        model: view.model
+    }
+    Column {
+        id: rows
+
+        x: 14
+        width: view.width - 28
+        spacing: 4
+
+        Item {
+            width: parent.width
+            height: 34
+
+            SoftText {
+                x: 6
+                anchors.verticalCenter: parent.verticalCenter
+                text: "项目"
+                size: 11
+                weight: Font.DemiBold
+                color: SoftTheme.secondaryInk
+            }
+        }
+        AllProjectsRow {
+            id: allProjects
+
+            width: parent.width
+            selected: navigation.allProjects
+            count: navigation.threadCount
+            label: navigation.allProjectsLabel
+            onClicked: navigation.chooseAllProjects()
+            onReached: view.reveal(allProjects)
+        }
+        QuickRow {
+            id: today
+
+            width: parent.width
+            code: "24H"
+            title: "今天更新"
+            count: navigation.todayCount
+            onClicked: navigation.showToday()
+            onReached: view.reveal(today)
+        }
+        QuickRow {
+            id: pinned
+
+            width: parent.width
+            code: "PIN"
+            title: "已固定"
+            count: navigation.pinnedCount
+            active: navigation.pinnedOnly
+            onClicked: navigation.togglePinnedOnly()
+            onReached: view.reveal(pinned)
+        }
+        QuickRow {
+            id: archived
+
+            width: parent.width
+            code: "ARC"
+            title: "已归档"
+            count: navigation.archivedCount
+            onClicked: navigation.showArchived()
+            onReached: view.reveal(archived)
+        }
+        Item {
+            width: parent.width
+            height: 8 + 1 + 8
+
+            SoftDivider {
+                anchors.verticalCenter: parent.verticalCenter
+                width: parent.width
+                axis: Qt.Horizontal
+            }
+        }
+        Repeater {
+            model: navigation.projects
+
+            delegate: ProjectRow {
+                id: project
+
+                required property int index
+
+                width: rows.width
+                onClicked: navigation.choose(index)
+                onReached: view.reveal(project)
+            }
+        }
+    }
+}

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "app/model/TaskNotificationService.h"
+#include "app/platform/NotificationCenter.h"
+#include "app/platform/SystemAppearance.h"
+#include "app/shell/AppCommands.h"
+#include "app/shell/LayoutSettings.h"
+#include "app/shell/WindowAppearance.h"
+#include "app/shell/Workspace.h"
+#include "tests/model/ModelFixture.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ShellPlugin)
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ThemePlugin)
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ViewsPlugin)
+
+namespace tallyview::test {
+
+class SilentCenter : public NotificationCenter {
+public:
+    void requestAuthorization(AuthorizationAnswer) override {}
+    void readAuthorization(StatusAnswer) override {}
+    void add(const NotificationRequest &, DeliveryOutcome) override {}
+    void acknowledge(const QString &) override {}
+};
+
+class FixedAppearance : public SystemAppearance {
+public:
+    explicit FixedAppearance(bool reducedMotion) : m_reducedMotion(reducedMotion) {}
+    bool dark() const override { return false; }
+    bool reducedMotion() const override { return m_reducedMotion; }
+
+private:
+    bool m_reducedMotion;
+};
+
+/// The application's window over threads of its own; without motion unless it is asked for.
+class ShellFixture : public ModelFixture {
+public:
+    explicit ShellFixture(const std::vector<Sample> &samples, const QVariantMap &settings = {},
+                          bool motion = false)
+        : m_system(!motion) {
+        for (const auto &[key, value] : settings.asKeyValueRange()) {
+            defaults.setValue(key, value);
+        }
+        write(samples);
+        // Every warning of the engine is a fault of a view.
+        QObject::connect(
+            &m_engine, &QQmlEngine::warnings, &m_engine, [](const QList<QQmlError> &errors) {
+                QTest::qFail(qPrintable(errors.first().toString()), __FILE__, __LINE__);
+            });
+        m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        m_engine.setInitialProperties({{"model", QVariant::fromValue(&model)},
+                                       {"commands", QVariant::fromValue(&m_commands)},
+                                       {"appearance", QVariant::fromValue(&m_appearance)},
+                                       {"layout", QVariant::fromValue(&layout)},
+                                       {"workspace", QVariant::fromValue(&workspace)}});
+        m_engine.load(QUrl("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml"));
+        window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+        window->requestActivate();
+        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window);
+        [[maybe_unused]] const bool read = QTest::qWaitFor([this] { return !model.isLoading(); });
+        settle();
+    }
+
+    /// Lets the adapters and the scene follow.
+    void settle() const {
+        QCoreApplication::processEvents();
+        window->grabWindow();
+        QCoreApplication::processEvents();
+    }
+    /// The visible items of a QML type, in the order of the tree.
+    QList<QQuickItem *> items(const QString &type) const {
+        QList<QQuickItem *> found;
+        collect(window->contentItem(), type, found);
+        return found;
+    }
+    QQuickItem *item(const QString &type) const { return items(type).value(0); }
+    bool shows(const QString &text) const {
+        const auto texts = items("SoftText");
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const QQuickItem *item) { return item->property("text") == text; });
+    }
+    static QRectF place(const QQuickItem *item) {
+        return item->mapRectToScene(item->boundingRect());
+    }
+    static QPoint middle(const QQuickItem *item) { return place(item).center().toPoint(); }
+    void click(const QQuickItem *item) const {
+        QTest::mouseClick(window, Qt::LeftButton, {}, middle(item));
+        settle();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(window, key, modifiers);
+        settle();
+    }
+
+    LayoutSettings layout{defaults};
+    Workspace workspace{model, layout};
+
+private:
+    static void collect(QQuickItem *item, const QString &type, QList<QQuickItem *> &found) {
+        const QString name = QString::fromLatin1(item->metaObject()->className());
+        if (item->isVisible() && name.section("_QML", 0, 0) == type) {
+            found.append(item);
+        }
+        for (QQuickItem *child : item->childItems()) {
+            if (item->isVisible()) {
+                collect(child, type, found);
+            }
+        }
+    }
+
+    SilentCenter m_center;
+    FixedAppearance m_system;
+    TaskNotificationService m_notifications{m_center, defaults, opener, systemNow};
+    AppCommands m_commands{model, m_notifications};
+    WindowAppearance m_appearance{defaults, m_system};
+    QQmlApplicationEngine m_engine;
+
+public:
+    QQuickWindow *window = nullptr;
+};
+
+} // namespace tallyview::test
