@@ -6,7 +6,8 @@ namespace tallyview::DisplayText {
 
 QString excerpt(std::string_view text, qsizetype longest) {
     // A unit takes at most three bytes; the rest keeps the cut away from what stays.
-    QString result = QString::fromUtf8(text.data(), std::min(std::ssize(text), 4 * longest));
+    QString result =
+        QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), 4 * longest));
     result.truncate(longest);
     if (!result.isEmpty() && result.back().isHighSurrogate()) {
         result.chop(1);
