@@ -6,7 +6,7 @@
 namespace tallyview {
 
 /// The selected thread as the detail panel shows it, and what can be done with it.
-class DetailState : public ModelObserver {
+class DetailState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString identity READ identity NOTIFY identityChanged)

@@ -8,7 +8,7 @@ namespace tallyview {
 
 /// What the grid of projects shows: the figures of its header, which of its faces is due, and the
 /// projects that its content draws from.
-class FocusGridState : public ModelObserver {
+class FocusGridState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString projectCount READ projectCount NOTIFY changed)

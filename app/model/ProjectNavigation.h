@@ -35,7 +35,7 @@ public:
 ///
 /// While `live` it follows the model; content that is being replaced is not live and keeps what it
 /// shows. Counts are decimal digits.
-class ProjectNavigation : public ModelObserver {
+class ProjectNavigation : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool live MEMBER m_live NOTIFY liveChanged)

@@ -8,7 +8,7 @@ namespace tallyview {
 ///
 /// While `live` it follows the model; content that is being replaced is not live and keeps what it
 /// shows.
-class SidebarState : public ModelObserver {
+class SidebarState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool live MEMBER m_live NOTIFY liveChanged)

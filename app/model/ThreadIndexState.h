@@ -11,7 +11,7 @@ namespace tallyview {
 
 /// What the header of the thread index shows and does, and the lists that its content draws
 /// from.
-class ThreadIndexState : public ModelObserver {
+class ThreadIndexState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QStringList statusTitles READ statusTitles CONSTANT)

@@ -9,7 +9,7 @@ namespace tallyview {
 class TaskNotificationService;
 
 /// The commands of the menu bar. Main thread.
-class AppCommands : public ModelObserver {
+class AppCommands : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application owns the commands")

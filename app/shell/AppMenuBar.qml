@@ -29,7 +29,7 @@ T.MenuBar {
     delegate: T.MenuBarItem {
         id: title
 
-        implicitWidth: titleText.implicitWidth + 20
+        implicitWidth: implicitContentWidth + 20
         implicitHeight: 29
         Accessible.name: text
         background: Rectangle {
@@ -40,8 +40,6 @@ T.MenuBar {
             color: title.highlighted || title.hovered ? SoftTheme.insetSurface : SoftTheme.clear
         }
         contentItem: SoftText {
-            id: titleText
-
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             text: title.text

@@ -8,35 +8,35 @@ T.MenuItem {
 
     property string keysText
 
-    implicitWidth: title.implicitWidth + keys.implicitWidth + (keysText === "" ? 32 : 56)
+    readonly property bool lit: highlighted && enabled
+
+    implicitWidth: leftPadding + implicitContentWidth + rightPadding + (keysText === "" ? 0 : 24 + keys.implicitWidth)
     implicitHeight: 30
+    leftPadding: 16
+    rightPadding: 16
     Accessible.name: text
     background: Rectangle {
         anchors.fill: item
         anchors.leftMargin: 5
         anchors.rightMargin: 5
         radius: 6
-        color: item.highlighted && item.enabled ? SoftTheme.accent : SoftTheme.clear
+        color: item.lit ? SoftTheme.accent : SoftTheme.clear
     }
-    contentItem: Item {
-        SoftText {
-            id: title
+    contentItem: SoftText {
+        verticalAlignment: Text.AlignVCenter
+        text: item.text
+        size: 12
+        color: !item.enabled ? SoftTheme.mutedInk : item.lit ? SoftTheme.accentInk : SoftTheme.primaryInk
+    }
 
-            x: 16
-            anchors.verticalCenter: parent.verticalCenter
-            text: item.text
-            size: 12
-            color: !item.enabled ? SoftTheme.mutedInk : item.highlighted ? SoftTheme.accentInk : SoftTheme.primaryInk
-        }
-        SoftText {
-            id: keys
+    SoftText {
+        id: keys
 
-            anchors.right: parent.right
-            anchors.rightMargin: 16
-            anchors.verticalCenter: parent.verticalCenter
-            text: item.keysText
-            size: 11
-            color: item.highlighted && item.enabled ? SoftTheme.accentInk : SoftTheme.mutedInk
-        }
+        anchors.right: parent.right
+        anchors.rightMargin: item.rightPadding
+        anchors.verticalCenter: parent.verticalCenter
+        text: item.keysText
+        size: 11
+        color: item.lit ? SoftTheme.accentInk : SoftTheme.mutedInk
     }
 }

@@ -28,8 +28,11 @@ Item {
     }
 
     onIdentityChanged: {
-        if (generations.count > 0)
-            generations.append({ number: ++generation });
+        if (generations.count === 0)
+            return;
+        generations.append({ number: ++generation });
+        if (SoftTheme.reducedMotion)
+            generations.remove(0, generations.count - 1);
     }
     Component.onCompleted: generations.append({ number: generation })
 
@@ -48,13 +51,6 @@ Item {
             readonly property bool isFirst: number === 0
             property ReplaceableContent shown: null
 
-            function leave() {
-                if (SoftTheme.reducedMotion)
-                    Qt.callLater(replaced.dropAfter, number);
-                else
-                    leaving.start();
-            }
-
             anchors.fill: parent
             enabled: live
             transform: Translate { id: place }
@@ -62,8 +58,10 @@ Item {
             layer.enabled: entering.running || leaving.running
 
             onLiveChanged: {
-                if (!live)
-                    leave();
+                if (live || SoftTheme.reducedMotion)
+                    return;
+                entering.stop();
+                leaving.start();
             }
             Component.onCompleted: {
                 shown = replaced.content.createObject(holder, { identity: replaced.identity }) as ReplaceableContent;
