@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Window
-import Orvik.Tallyview.Theme
 
 /// The application's icon in a square with edges of `size` points.
 Image {
@@ -9,7 +8,8 @@ Image {
     width: size
     height: size
     // Scaled down once, when it is loaded: crisper than any scaling by the renderer.
-    sourceSize: Qt.size(Math.ceil(size * Screen.devicePixelRatio), Math.ceil(size * Screen.devicePixelRatio))
+    sourceSize.width: Math.ceil(size * Screen.devicePixelRatio)
+    sourceSize.height: sourceSize.width
     source: "OrvikIcon.png"
     smooth: true
     mipmap: true

@@ -15,7 +15,7 @@ SidebarButton {
     height: 42
     radius: 9
     fill: selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
-    Accessible.name: label
+    Accessible.name: row.label
     Accessible.checkable: true
     Accessible.checked: selected
 

@@ -66,13 +66,8 @@ SidebarButton {
         design: SoftFont.Monospaced
         color: SoftTheme.secondaryInk
     }
-    // Made when it is wanted.
-    Loader {
-        active: view.hovered
-        anchors.fill: parent
-        sourceComponent: SoftToolTip {
-            text: view.row.name
-            visible: true
-        }
+    SoftToolTip {
+        text: view.row.name
+        visible: view.hovered && !view.down
     }
 }

@@ -13,8 +13,8 @@ SidebarButton {
 
     height: 36
     fill: active ? SoftTheme.insetSurface : SoftTheme.withOpacity(SoftTheme.insetSurface, 0)
-    Accessible.name: title
-    Accessible.description: count
+    Accessible.name: row.title
+    Accessible.description: row.count
 
     SoftInset {
         id: icon

@@ -163,8 +163,6 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(tallyview::ThreadRecord::Fields)
-
 QTEST_GUILESS_MAIN(DetailStateTest)
 
 #include "DetailStateTest.moc"
