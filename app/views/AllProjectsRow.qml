@@ -10,7 +10,7 @@ SidebarButton {
     required property string count
     required property string label
 
-    readonly property color ink: selected ? SoftTheme.accentInk : SoftTheme.primaryInk
+    property color ink: selected ? SoftTheme.accentInk : SoftTheme.primaryInk
 
     height: 42
     radius: 9
