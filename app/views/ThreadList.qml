@@ -14,7 +14,7 @@ SoftScrollView {
     readonly property real rowIndent: 31
     readonly property real sidePadding: 24
 
-    contentHeight: content.contentHeight
+    contentHeight: content?.contentHeight ?? 0
     Component.onCompleted: contentY = content.viewTop
 
     Binding {
@@ -36,7 +36,7 @@ SoftScrollView {
     }
 
     Repeater {
-        model: list.content.headers
+        model: list.content?.headers ?? null
 
         delegate: TimeGroupHeader {
             x: list.sidePadding
@@ -45,7 +45,7 @@ SoftScrollView {
         }
     }
     Repeater {
-        model: list.content.rows
+        model: list.content?.rows ?? null
 
         delegate: TaskRowView {
             id: taskRowView
