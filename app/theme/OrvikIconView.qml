@@ -5,12 +5,14 @@ import QtQuick.Window
 Image {
     property real size: 36
 
+    readonly property int pixels: Math.ceil(size * Screen.devicePixelRatio)
+
     width: size
     height: size
     // Scaled down once, when it is loaded: crisper than any scaling by the renderer.
-    sourceSize.width: Math.ceil(size * Screen.devicePixelRatio)
-    sourceSize.height: sourceSize.width
-    source: "OrvikIcon.png"
+    sourceSize.width: pixels
+    sourceSize.height: pixels
+    source: "qrc:/qt/qml/Orvik/Tallyview/Theme/OrvikIcon.png"
     smooth: true
     mipmap: true
     Accessible.ignored: true

@@ -1,8 +1,9 @@
 #include "app/theme/SoftExcerpt.h"
 
-#include <QFontMetricsF>
+#include <QTextBoundaryFinder>
 #include <QTextLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace tallyview {
@@ -11,11 +12,15 @@ namespace {
 
 /// Where the last of the lines begins and ends.
 struct LastLine {
-    int begin = 0;
-    int end = 0;
+    qsizetype begin = 0;
+    qsizetype end = 0;
 };
 
-LastLine layOut(QTextLayout &layout, qreal width, int lineCount) {
+LastLine lastLine(const QString &text, const QFont &font, qreal width, int lineCount) {
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
     LastLine last;
     layout.beginLayout();
     for (int i = 0; i < lineCount; ++i) {
@@ -30,6 +35,13 @@ LastLine layOut(QTextLayout &layout, qreal width, int lineCount) {
     return last;
 }
 
+/// `text` without its last character, an ellipsis in its place.
+QString shortened(QStringView text) {
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text.data(), text.size());
+    characters.toEnd();
+    return text.first(std::max<qsizetype>(characters.toPreviousBoundary(), 0)).toString() + u'…';
+}
+
 } // namespace
 
 SoftExcerpt::SoftExcerpt(QObject *parent) : QObject(parent) {
@@ -37,16 +49,16 @@ SoftExcerpt::SoftExcerpt(QObject *parent) : QObject(parent) {
 }
 
 QString SoftExcerpt::fitted(const QString &text, const QFont &font, qreal width, int lineCount) {
-    QTextLayout layout(text, font);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    const LastLine last = layOut(layout, width, lineCount);
+    const LastLine last = lastLine(text, font, width, lineCount);
     if (last.end >= text.size()) {
         return text;
     }
-    return text.left(last.begin) +
-           QFontMetricsF(font).elidedText(text.mid(last.begin), Qt::ElideRight, width);
+    QString result = shortened(QStringView(text).first(last.end));
+    // The ellipsis may be wider than what it replaces, or take the character before it along.
+    while (result.size() > 1 && lastLine(result, font, width, lineCount).end < result.size()) {
+        result = shortened(QStringView(result).chopped(1));
+    }
+    return result;
 }
 
 void SoftExcerpt::componentComplete() {

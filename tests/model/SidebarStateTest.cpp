@@ -59,7 +59,7 @@ private slots:
                 {.id = "c", .age = 90'000, .cwd = "/src/data-kit", .archived = true},
                 {.id = "d", .age = 2, .cwd = "/src/sub", .subagent = true}});
         f.model.togglePin(f.thread("a"));
-        QCOMPARE(f.shown(), "3 2 1 1 [all] pinned DK:data-kit:2 AT:atlas:1");
+        QCOMPARE(f.shown(), "3 2 1 1 [all] pinned DK:data-kit:2 ATL:atlas:1");
         QCOMPARE(f.navigation.allProjectsLabel(), "全部项目，共 3 个任务");
         QCOMPARE(f.sidebar.projectCount() + " " + f.sidebar.runningCount(), "2 2");
     }
@@ -87,14 +87,14 @@ private slots:
         f.show({{.id = "a"}, {.id = "b", .cwd = "/src/beta"}});
         f.shown();
         f.navigation.choose(1);
-        QCOMPARE(f.shown(), "2 2 0 0 all pinned AT:atlas:1 [BE:beta:1]");
+        QCOMPARE(f.shown(), "2 2 0 0 all pinned ATL:atlas:1 [BET:beta:1]");
         f.navigation.choose(0);
-        QCOMPARE(f.shown(), "2 2 0 0 all pinned [AT:atlas:1] BE:beta:1");
+        QCOMPARE(f.shown(), "2 2 0 0 all pinned [ATL:atlas:1] BET:beta:1");
         f.navigation.choose(0);
-        QCOMPARE(f.shown(), "2 2 0 0 [all] pinned AT:atlas:1 BE:beta:1");
+        QCOMPARE(f.shown(), "2 2 0 0 [all] pinned ATL:atlas:1 BET:beta:1");
         f.navigation.choose(1);
         f.navigation.chooseAllProjects();
-        QCOMPARE(f.shown(), "2 2 0 0 [all] pinned AT:atlas:1 BE:beta:1");
+        QCOMPARE(f.shown(), "2 2 0 0 [all] pinned ATL:atlas:1 BET:beta:1");
     }
 
     void shortcutsSetFiltersAndKeepTheProject() {
