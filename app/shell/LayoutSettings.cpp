@@ -26,14 +26,16 @@ double LayoutSettings::sidebarWidth() const {
 }
 
 void LayoutSettings::setSidebarWidth(double width) {
-    m_defaults.setValue(sidebarWidthKey,
-                        std::clamp(width, minimumSidebarWidth, maximumSidebarWidth));
+    const double bounded = std::clamp(width, minimumSidebarWidth, maximumSidebarWidth);
+    if (bounded != sidebarWidth()) {
+        m_defaults.setValue(sidebarWidthKey, bounded);
+    }
 }
 
 void LayoutSettings::healSidebarWidth() {
     const auto stored = m_defaults.number(sidebarWidthKey);
     if (stored && *stored != sidebarWidth()) {
-        setSidebarWidth(*stored);
+        m_defaults.setValue(sidebarWidthKey, sidebarWidth());
     }
 }
 

@@ -134,13 +134,4 @@ T.AbstractButton {
         target: card
         radius: 16
     }
-    // Made when it is wanted: there may be many cards.
-    Loader {
-        anchors.fill: parent
-        active: card.hovered
-        sourceComponent: SoftToolTip {
-            text: card.row.helpText
-            visible: true
-        }
-    }
 }

@@ -21,6 +21,8 @@ SoftScrollView {
     readonly property real fittingCell: (room - (columns - 1) * gap) / columns
     readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
 
+    property FocusProjectCard hoveredCard: null
+
     // The exact name of the project.
     signal selected(key: string)
 
@@ -48,11 +50,23 @@ SoftScrollView {
 
                 width: scroll.cellWidth
                 onClicked: scroll.selected(row.key)
+                onHoveredChanged: {
+                    if (hovered)
+                        scroll.hoveredCard = card;
+                    else if (scroll.hoveredCard === card)
+                        scroll.hoveredCard = null;
+                }
                 onVisualFocusChanged: {
                     if (visualFocus)
                         scroll.reveal(card);
                 }
             }
         }
+    }
+    // One for all: there may be many cards.
+    SoftToolTip {
+        parent: scroll.hoveredCard ?? scroll
+        text: scroll.hoveredCard?.row.helpText ?? ""
+        visible: scroll.hoveredCard !== null
     }
 }

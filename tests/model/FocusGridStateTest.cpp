@@ -55,7 +55,7 @@ private slots:
         QCOMPARE(f.names(), "billing-api atlas zeta");
         QCOMPARE(f.figures(), "3 2 4");
         const ProjectCard &atlas = f.cards()[1];
-        QCOMPARE(atlas.code, "AT");
+        QCOMPARE(atlas.code, "ATL");
         QCOMPARE(atlas.updated, "最近更新 5 分钟前");
         QCOMPARE(atlas.running + "|" + atlas.completed + "|" + atlas.count,
                  "1 进行中|1 已完成|2 个任务");

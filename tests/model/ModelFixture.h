@@ -22,7 +22,8 @@ class MemoryDefaults : public UserDefaults {
 public:
     QVariant value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const QVariant &value) override {
-        m_values.insert(key, value);
+        const bool isNumber = value.typeId() == QMetaType::Double;
+        m_values.insert(key, isNumber ? QVariant(value.toString()) : value);
         emit changed(key);
     }
     void remove(const QString &key) override { m_values.remove(key); }

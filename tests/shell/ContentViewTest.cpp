@@ -137,7 +137,7 @@ private slots:
         for (const QQuickItem *index : f.items("ThreadList")) {
             counts.append(QString::number(index->property("contentHeight").toDouble()));
         }
-        QCOMPARE(counts.join(u' '), "106 242");
+        QCOMPARE(counts.join(u' '), "130 266");
         QTRY_COMPARE(f.items("ThreadList").size(), 1);
         QVERIFY(!f.shows("project2 · 任务动态"));
     }
