@@ -11,7 +11,7 @@ namespace {
 
 QString metaLine(const ThreadRecord &thread) {
     return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + " / " +
-                   uppercased(thread->project) + " / " + uppercased(thread->source));
+                                uppercased(thread->project) + " / " + uppercased(thread->source));
 }
 
 } // namespace

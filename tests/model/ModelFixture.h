@@ -145,8 +145,8 @@ private:
         const auto rollout = std::filesystem::path(home.path().toStdString()) /
                              (sample.running ? "running.jsonl" : "completed.jsonl");
         if (!std::filesystem::exists(rollout)) {
-            [[maybe_unused]] const auto appended = demo::appendEvent(
-                rollout, sample.running ? "task_started" : "task_complete");
+            [[maybe_unused]] const auto appended =
+                demo::appendEvent(rollout, sample.running ? "task_started" : "task_complete");
         }
         row.rolloutPath = rollout.string();
         return row;
