@@ -57,8 +57,8 @@ private slots:
         } else {
             QVERIFY(shown.endsWith(u'…'));
             QVERIFY(text.startsWith(shown.chopped(1)));
-            // Nothing more would have fitted.
-            const QString more = text.left(shown.size() + 4) + u'…';
+            // Little more would have fitted; the longest character here has eight units.
+            const QString more = text.left(shown.size() + 16) + u'…';
             QVERIFY(lines(more, font, width) > lineCount);
         }
     }
