@@ -56,7 +56,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
-        Keys.onEscapePressed: view.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
+        Keys.onEscapePressed: field.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
 
         Connections {
             function onChanged() {
