@@ -19,8 +19,11 @@ Item {
     // The sidebar is to have this width, which is within the bounds.
     signal resized(width: real)
 
+    function bounded(width: real): real {
+        return Math.min(Math.max(width, minimumValue), maximumValue);
+    }
     function resizeTo(width: real) {
-        resized(Math.min(Math.max(width, minimumValue), maximumValue));
+        resized(bounded(width));
     }
 
     width: 8
@@ -32,7 +35,10 @@ Item {
     Accessible.onDecreaseAction: resizeTo(value - stepSize)
     Keys.onLeftPressed: resizeTo(value - stepSize)
     Keys.onRightPressed: resizeTo(value + stepSize)
-    onValueChanged: resizeTo(value)
+    onValueChanged: {
+        value = bounded(value);
+        resized(value);
+    }
 
     Rectangle {
         readonly property bool emphasized: handle.hovering || handle.activeFocus
