@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
 
-// The panel's main action; Return presses it from anywhere in the window.
+// The panel's main action. The window's key monitor does the same for Return, so that a text that
+// is being edited keeps the key.
 T.AbstractButton {
     id: button
 
@@ -48,11 +49,5 @@ T.AbstractButton {
     SoftFocusRing {
         target: button
         radius: 8
-    }
-    Shortcut {
-        sequence: "Return"
-        autoRepeat: false
-        enabled: button.enabled
-        onActivated: button.clicked()
     }
 }
