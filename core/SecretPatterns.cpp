@@ -99,25 +99,27 @@ struct Folding {
 constexpr std::array foldings{Folding{"ſ", "s"}, Folding{"\u212A", "k"}, Folding{"ß", "ss"},
                               Folding{"ẞ", "ss"}};
 
-const Folding *foldingAt(std::string_view text, std::string_view literal) {
+/// What stands at the start of `text` for the start of `literal`, in any letter case.
+Folding foldingAt(std::string_view text, std::string_view literal) {
+    if (isAscii(text.front())) {
+        const bool isSame = asciiLowered(text.front()) == literal.front();
+        return isSame ? Folding{text.substr(0, 1), literal.substr(0, 1)} : Folding{};
+    }
     const auto *const found = std::ranges::find_if(foldings, [&](const Folding &folding) {
         return text.starts_with(folding.written) && literal.starts_with(folding.folded);
     });
-    return found == foldings.end() ? nullptr : found;
+    return found == foldings.end() ? Folding{} : *found;
 }
 
 /// Where `literal`, in any letter case, ends that begins at `at`.
 std::size_t afterLiteral(std::string_view text, std::size_t at, std::string_view literal) {
     while (!literal.empty()) {
-        if (at < text.size() && asciiLowered(text[at]) == literal.front()) {
-            ++at;
-            literal.remove_prefix(1);
-        } else if (const Folding *folding = foldingAt(text.substr(at), literal)) {
-            at += folding->written.size();
-            literal.remove_prefix(folding->folded.size());
-        } else {
+        const Folding next = at < text.size() ? foldingAt(text.substr(at), literal) : Folding{};
+        if (next.written.empty()) {
             return npos;
         }
+        at += next.written.size();
+        literal.remove_prefix(next.folded.size());
     }
     return at;
 }
@@ -288,7 +290,7 @@ bool mayBeginPhoneNumber(std::string_view text, std::size_t at) {
 // characters of value, and the only other key words that look at the same blanks end where it
 // does ("token" in "access_token").
 void maskKeyedValues(std::string &text) {
-    if (text.find_first_of(":=") == npos) {
+    if (!text.contains(':') && !text.contains('=')) {
         return;
     }
     Rewriter rewriter(text);
