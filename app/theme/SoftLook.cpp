@@ -77,7 +77,7 @@ void layUnder(QImage &image, const CoveragePlane &shade, const QColor &color) {
             const float share = row[x] * static_cast<float>(255 - qAlpha(top));
             if (share > 0) {
                 const auto part = [&](std::size_t channel) {
-                    return static_cast<int>(share * parts[channel] + 0.5F);
+                    return static_cast<int>(std::lround(share * parts[channel]));
                 };
                 line[x] = qRgba(qRed(top) + part(0), qGreen(top) + part(1), qBlue(top) + part(2),
                                 qAlpha(top) + part(3));

@@ -13,15 +13,14 @@ T.AbstractButton {
 
     implicitHeight: Math.max(190, texts.y + texts.height + 20 + metrics.height + inset)
     hoverEnabled: true
-    scale: hovered && !SoftTheme.reducedMotion ? 1.008 : 1
     Accessible.name: row.label
     Accessible.description: "打开该项目的任务动态"
     Accessible.onPressAction: clicked()
 
-    Behavior on scale { HoverAnimation {} }
-
+    // The surface alone grows: texts are drawn at whole pixels and would be distorted.
     SoftSurface {
         anchors.fill: parent
+        scale: card.hovered && !SoftTheme.reducedMotion ? 1.008 : 1
         radius: 16
         fill: SoftTheme.raisedSurface
         outline: card.hovered ? SoftTheme.withOpacity(SoftTheme.accent, 0.42) : SoftTheme.hairline
@@ -35,6 +34,7 @@ T.AbstractButton {
         lightShadow.x: -4
         lightShadow.y: -4
 
+        Behavior on scale { HoverAnimation {} }
         Behavior on outline { HoverColorAnimation {} }
         Behavior on darkShadow.color { HoverColorAnimation {} }
         Behavior on darkShadow.blur { HoverAnimation {} }

@@ -16,16 +16,16 @@ Item {
     signal openRequested()
 
     height: 58
-    scale: hovering ? 1.002 : 1
-
-    Behavior on scale { HoverAnimation {} }
 
     HoverHandler {
         id: hover
     }
 
+    // The card alone grows: texts are drawn at whole pixels, which so small a growth would distort
+    // and not move by one.
     SoftSurface {
         anchors.fill: parent
+        scale: view.hovering ? 1.002 : 1
         radius: 11
         fill: view.row.selected ? SoftTheme.liftedSurface : SoftTheme.raisedSurface
         outline: view.row.selected ? SoftTheme.withOpacity(SoftTheme.accent, 0.72) : SoftTheme.hairline
@@ -39,6 +39,7 @@ Item {
         lightShadow.x: -2
         lightShadow.y: -2
 
+        Behavior on scale { HoverAnimation {} }
         Behavior on fill { HoverColorAnimation {} }
         Behavior on outline { HoverColorAnimation {} }
         Behavior on outlineWidth { HoverAnimation {} }
