@@ -35,7 +35,7 @@ class SoftFontTest : public QObject {
 private slots:
     void initTestCase() {
         if (!QFontDatabase::hasFamily(QStringLiteral("Noto Sans CJK SC"))) {
-            QSKIP("Noto Sans CJK is not installed");
+            QFAIL("Noto Sans CJK is not installed: scripts/install-dependencies installs it");
         }
     }
 
