@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
 // The project cards, as many in a row as fit.
@@ -21,7 +20,9 @@ SoftScrollView {
     readonly property real fittingCell: (room - (columns - 1) * gap) / columns
     readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
 
-    property FocusProjectCard hoveredCard: null
+    // The card under the pointer, else this view, and what the card's help says.
+    property Item helped: scroll
+    property string help
 
     // The exact name of the project.
     signal selected(key: string)
@@ -51,10 +52,13 @@ SoftScrollView {
                 width: scroll.cellWidth
                 onClicked: scroll.selected(row.key)
                 onHoveredChanged: {
-                    if (hovered)
-                        scroll.hoveredCard = card;
-                    else if (scroll.hoveredCard === card)
-                        scroll.hoveredCard = null;
+                    if (hovered) {
+                        scroll.helped = card;
+                        scroll.help = row.helpText;
+                    } else if (scroll.helped === card) {
+                        scroll.helped = scroll;
+                        scroll.help = "";
+                    }
                 }
                 onVisualFocusChanged: {
                     if (visualFocus)
@@ -65,8 +69,8 @@ SoftScrollView {
     }
     // One for all: there may be many cards.
     SoftToolTip {
-        parent: scroll.hoveredCard ?? scroll
-        text: scroll.hoveredCard?.row.helpText ?? ""
-        visible: scroll.hoveredCard !== null
+        parent: scroll.helped
+        text: scroll.help
+        visible: scroll.help !== ""
     }
 }

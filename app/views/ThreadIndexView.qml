@@ -38,6 +38,18 @@ FocusScope {
         live: view.live
         model: view.model
     }
+    // First in reading order, and above the list that fades and grows below it.
+    ThreadIndexHeader {
+        id: header
+
+        z: 1
+        anchors.left: parent.left
+        anchors.right: parent.right
+        index: threadIndex
+        title: view.title
+        canGoBack: view.canGoBack
+        onBackRequested: view.backRequested()
+    }
     ReplacedContent {
         id: replaced
 
@@ -89,15 +101,5 @@ FocusScope {
                 }
             }
         }
-    }
-    ThreadIndexHeader {
-        id: header
-
-        anchors.left: parent.left
-        anchors.right: parent.right
-        index: threadIndex
-        title: view.title
-        canGoBack: view.canGoBack
-        onBackRequested: view.backRequested()
     }
 }
