@@ -4,4 +4,9 @@ namespace tallyview {
 
 Instant systemNow() { return std::chrono::system_clock::now(); }
 
+QLocale userCollation() {
+    const QLocale collation = QLocale::system().collation();
+    return collation.language() == QLocale::C ? QLocale(QLocale::Chinese) : collation;
+}
+
 } // namespace tallyview

@@ -17,6 +17,9 @@ class UserDefaults;
 /// The current time of the system's clock.
 Instant systemNow();
 
+/// How the user's language orders text; as Chinese does where no language is set.
+QLocale userCollation();
+
 /// What the dashboard takes from the world around it, so that a test can give it another one.
 /// The referenced objects outlive every model built on them.
 struct DashboardEnvironment {
@@ -25,7 +28,7 @@ struct DashboardEnvironment {
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
     std::function<QTimeZone()> timeZone = QTimeZone::systemTimeZone;
-    QLocale collationLocale = QLocale::system(); ///< orders project names
+    QLocale collationLocale = userCollation(); ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };
 

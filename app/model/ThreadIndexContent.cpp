@@ -69,10 +69,10 @@ void ThreadIndexContent::follow() {
     m_errorMessage = QString::fromStdString(model->errorMessage().value_or(std::string()));
     const bool searchChanged = std::exchange(m_query, model->query()) != m_query;
     const auto selectedBefore = std::exchange(m_selectedID, model->selectedThreadID());
+    // Before the view hears of the new height, which may move it.
+    const double top = isFirst ? m_viewTop : searchChanged ? 0 : anchoredTop(*before, layoutBefore);
     emit changed();
-    if (!isFirst) {
-        scrollTo(searchChanged ? 0 : anchoredTop(*before, layoutBefore), false);
-    }
+    scrollTo(top, false);
     m_ranges = rangesNearView();
     rebuildRows();
     if (!isFirst && m_selectedID && m_selectedID != selectedBefore) {
@@ -98,7 +98,8 @@ double ThreadIndexContent::anchoredTop(const Groups &before,
     }
     for (const auto &range : layoutBefore.rangesWithin(m_viewTop, m_viewTop + m_viewHeight)) {
         for (std::size_t row = range.first; row < range.end; ++row) {
-            if (const auto top = topOf(before[range.group].threads[row].id())) {
+            if (const auto top =
+                    topOf(before[range.group].threads[row].id(), before[range.group].id)) {
                 return m_viewTop + *top - layoutBefore.rowTop(range.group, row);
             }
         }
@@ -124,18 +125,24 @@ void ThreadIndexContent::showSelection() {
     }
 }
 
-std::optional<double> ThreadIndexContent::topOf(std::string_view id) const {
+std::optional<double> ThreadIndexContent::topOf(std::string_view id,
+                                                std::string_view preferredGroup) const {
+    std::optional<double> top;
     for (std::size_t group = 0; group < m_groups->size(); ++group) {
+        const bool isPreferred = (*m_groups)[group].id == preferredGroup;
+        if (top && !isPreferred) {
+            continue;
+        }
         const ThreadList &threads = (*m_groups)[group].threads;
         const auto found =
             std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
                 return canonicallyEqual(thread.id(), id);
             });
         if (found != threads.end()) {
-            return m_layout.rowTop(group, static_cast<std::size_t>(found - threads.begin()));
+            top = m_layout.rowTop(group, static_cast<std::size_t>(found - threads.begin()));
         }
     }
-    return std::nullopt;
+    return top;
 }
 
 std::vector<ThreadListLayout::Range> ThreadIndexContent::rangesNearView() const {

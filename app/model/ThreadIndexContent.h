@@ -72,7 +72,8 @@ private:
     /// Hands out the rows near the visible stretch, unless they are out already.
     void showRows();
     void rebuildRows();
-    std::optional<double> topOf(std::string_view id) const;
+    /// Of a thread that is in two groups the row in `preferredGroup` counts, else the first.
+    std::optional<double> topOf(std::string_view id, std::string_view preferredGroup = {}) const;
     const ThreadRecord &threadOfRow(int row) const;
 
     QPointer<ThreadIndexState> m_index;

@@ -25,6 +25,7 @@ std::filesystem::path OrvikTallyviewApp::databaseURL() {
 }
 
 bool OrvikTallyviewApp::start() {
+    m_appDelegate.applicationDidFinishLaunching();
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
@@ -33,11 +34,7 @@ bool OrvikTallyviewApp::start() {
          {QStringLiteral("layout"), QVariant::fromValue(&m_layout)},
          {QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml")));
-    if (m_engine.rootObjects().isEmpty()) {
-        return false;
-    }
-    m_appDelegate.applicationDidFinishLaunching();
-    return true;
+    return !m_engine.rootObjects().isEmpty();
 }
 
 int runTallyview(int argc, char **argv) {

@@ -10,14 +10,6 @@ Item {
 
     height: 38
 
-    Rectangle {
-        x: 7.5
-        y: 20
-        width: 1
-        height: header.height
-        color: SoftTheme.hairline
-    }
-
     Row {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 14
@@ -56,5 +48,12 @@ Item {
             design: SoftFont.Monospaced
             color: SoftTheme.mutedInk
         }
+    }
+    Rectangle {
+        x: 7.5
+        y: 20
+        width: 1
+        height: header.height
+        color: SoftTheme.hairline
     }
 }

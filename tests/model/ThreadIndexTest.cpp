@@ -171,6 +171,24 @@ private slots:
         QCOMPARE(f.scrolls.last(), "0");
     }
 
+    void aRowOfTwoGroupsStaysInItsOwn() {
+        IndexFixture f;
+        f.now -= std::chrono::hours(12) - std::chrono::minutes(30); // half past midnight
+        std::vector<Sample> samples = lately(40);
+        for (Sample &sample : samples) {
+            sample.age = *sample.age + 12 * 3600 + 60; // minutes before midnight
+        }
+        f.show(samples);
+        f.model.setRecencyFilter(TaskRecencyFilter::week);
+        f.settle();
+        QCOMPARE(f.rows().rows().front().key, "recent/0");
+        f.content.setViewTop(38 + 40 * 68 + 4 + 38); // the first row of the second group
+        QCOMPARE(f.firstShown(), "0@0");
+        f.refresh();
+        f.settle();
+        QCOMPARE(f.scrolls.join(u' '), "");
+    }
+
     void aNewSelectionIsCentred() {
         IndexFixture f;
         f.show(lately(100));
