@@ -8,9 +8,9 @@
 #include "app/shell/WindowAppearance.h"
 #include "app/shell/Workspace.h"
 #include "tests/model/ModelFixture.h"
+#include "tests/support/SceneProbe.h"
 
 #include <QQmlApplicationEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -40,7 +40,7 @@ private:
 };
 
 /// The application's window over threads of its own; without motion unless it is asked for.
-class ShellFixture : public ModelFixture {
+class ShellFixture : public ModelFixture, public SceneProbe {
 public:
     explicit ShellFixture(const std::vector<Sample> &samples, const QVariantMap &settings = {},
                           bool motion = false)
@@ -68,32 +68,6 @@ public:
         settle();
     }
 
-    /// Lets the adapters and the scene follow.
-    void settle() const {
-        QCoreApplication::processEvents();
-        window->grabWindow();
-        QCoreApplication::processEvents();
-    }
-    /// The visible items of a QML type, in the order of the tree.
-    QList<QQuickItem *> items(const QString &type) const {
-        QList<QQuickItem *> found;
-        collect(window->contentItem(), type, found);
-        return found;
-    }
-    QQuickItem *item(const QString &type) const { return items(type).value(0); }
-    bool shows(const QString &text) const {
-        const auto texts = items("SoftText");
-        return std::any_of(texts.begin(), texts.end(),
-                           [&](const QQuickItem *item) { return item->property("text") == text; });
-    }
-    static QRectF place(const QQuickItem *item) {
-        return item->mapRectToScene(item->boundingRect());
-    }
-    static QPoint middle(const QQuickItem *item) { return place(item).center().toPoint(); }
-    void click(const QQuickItem *item) const {
-        QTest::mouseClick(window, Qt::LeftButton, {}, middle(item));
-        settle();
-    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         QTest::keyClick(window, key, modifiers);
         settle();
@@ -103,27 +77,12 @@ public:
     Workspace workspace{model, layout};
 
 private:
-    static void collect(QQuickItem *item, const QString &type, QList<QQuickItem *> &found) {
-        const QString name = QString::fromLatin1(item->metaObject()->className());
-        if (item->isVisible() && name.section("_QML", 0, 0) == type) {
-            found.append(item);
-        }
-        for (QQuickItem *child : item->childItems()) {
-            if (item->isVisible()) {
-                collect(child, type, found);
-            }
-        }
-    }
-
     SilentCenter m_center;
     FixedAppearance m_system;
     TaskNotificationService m_notifications{m_center, defaults, opener, systemNow};
     AppCommands m_commands{model, m_notifications};
     WindowAppearance m_appearance{defaults, m_system};
     QQmlApplicationEngine m_engine;
-
-public:
-    QQuickWindow *window = nullptr;
 };
 
 } // namespace tallyview::test

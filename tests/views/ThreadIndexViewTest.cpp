@@ -102,11 +102,11 @@ private slots:
         IndexView f;
         f.show(some());
         f.settle();
-        QTest::mouseClick(f.window.get(), Qt::LeftButton, {}, {500, 341});
+        QTest::mouseClick(f.window, Qt::LeftButton, {}, {500, 341});
         f.settle();
         QCOMPARE(f.selected(), "b");
         QVERIFY(f.opener.opened.isEmpty());
-        QTest::mouseClick(f.window.get(), Qt::LeftButton, {}, {855, 231});
+        QTest::mouseClick(f.window, Qt::LeftButton, {}, {855, 231});
         QCOMPARE(f.selected(), "a");
         QCOMPARE(f.opener.opened, QList<QByteArray>{"orvik://threads/a"});
     }
@@ -148,7 +148,7 @@ private slots:
         QMetaObject::invokeMethod(f.view(), "focusSearch");
         QVERIFY(f.view()->property("searchFocused").toBool());
         for (const char key : {'s', 'e', 'c'}) {
-            QTest::keyClick(f.window.get(), key);
+            QTest::keyClick(f.window, key);
         }
         f.settle();
         QCOMPARE(f.titles().join(u' '), "<b>Second</b>");
@@ -166,7 +166,7 @@ private slots:
         f.model.clearFilters();
         f.settle();
         QCOMPARE(field->property("text"), "");
-        QTest::keyClick(f.window.get(), Qt::Key_Escape);
+        QTest::keyClick(f.window, Qt::Key_Escape);
         QVERIFY(!f.view()->property("searchFocused").toBool());
     }
 
@@ -180,9 +180,9 @@ private slots:
         f.settle();
         QVERIFY2(f.items("TaskRowView").size() < 30, "only rows near the view exist");
         QCOMPARE(f.list()->property("contentHeight").toDouble(), 38 + 20'000 * 68 - 10 + 14 + 20.0);
-        QTest::keyClick(f.window.get(), Qt::Key_PageDown);
+        QTest::keyClick(f.window, Qt::Key_PageDown);
         QVERIFY(f.list()->property("contentY").toDouble() > 300);
-        QTest::keyClick(f.window.get(), Qt::Key_End);
+        QTest::keyClick(f.window, Qt::Key_End);
         f.settle();
         QCOMPARE(f.list()->property("contentY").toDouble(),
                  f.list()->property("contentHeight").toDouble() - f.list()->height());

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <functional>
+
+namespace tallyview::test {
+
+/// Reads what a window shows. Types are QML types by their file's name.
+class SceneProbe {
+public:
+    /// Lets the adapters and the scene follow the model.
+    void settle() const;
+
+    /// The visible items of a type, in the order of the tree.
+    QList<QQuickItem *> items(const QString &type) const;
+    QQuickItem *item(const QString &type) const { return items(type).value(0); }
+    /// The visible text that reads `text`.
+    QQuickItem *text(const QString &text) const;
+
+    /// Where an item stands in the window.
+    static QRectF rect(const QQuickItem *item);
+    /// The same as "x y w h".
+    static QString place(const QQuickItem *item);
+    QColor pixel(int x, int y) const;
+    void click(const QQuickItem *item) const;
+
+    /// The texts, symbols and surfaces inside an item, a line each in the order of the tree:
+    ///
+    ///     text "全部" 11 600 rounded secondaryInk lines 1
+    ///     symbol star 11 600 primaryInk
+    ///     surface 310x44 radius 11 raisedSurface rim rimLight shadow softShadowDark 5.04 3.6 3.6
+    ///
+    /// Colours stand under the names of their roles. An opacity of their own follows as "@0.66".
+    static QString looks(const QQuickItem *item, bool dark = false);
+    /// Whether `actual` is the lines of `wanted`, in which "*" stands for any text.
+    static bool matches(const QString &actual, const QString &wanted);
+
+    QQuickWindow *window = nullptr;
+};
+
+} // namespace tallyview::test
