@@ -74,7 +74,8 @@ private slots:
 
     void aDoubleClickRestoresTheWidth() {
         ShellFixture f(projects(2), {{"sidebarWidth", "300"}});
-        QTest::mouseDClick(f.window, Qt::LeftButton, {}, f.rect(f.item("SidebarResizeHandle")).center().toPoint());
+        QTest::mouseDClick(f.window, Qt::LeftButton, {},
+                           f.rect(f.item("SidebarResizeHandle")).center().toPoint());
         QCOMPARE(f.item("SidebarView")->width(), 224.0);
         QCOMPARE(f.defaults.number("sidebarWidth"), 224.0);
     }

@@ -46,7 +46,7 @@ QString role(const QColor &color, bool dark) {
         {"white", softcolor::accentInk},
     };
     for (const auto &[name, wanted] : roles) {
-        if (color == wanted) {
+        if (color.rgba() == wanted.rgba()) {
             return QString::fromLatin1(name);
         }
     }
@@ -61,13 +61,12 @@ QString role(const QColor &color, bool dark) {
 
 QString textLook(const QQuickItem *item, bool dark) {
     static const char *const designs[] = {"system", "rounded", "monospaced"};
-    const QString look =
-        QStringLiteral("text \"%1\" %2 %3 %4 %5")
-            .arg(item->property("text").toString())
-            .arg(item->property("size").toDouble())
-            .arg(item->property("weight").toInt())
-            .arg(QLatin1String(designs[item->property("design").toInt()]),
-                 role(item->property("color").value<QColor>(), dark));
+    const QString look = QStringLiteral("text \"%1\" %2 %3 %4 %5")
+                             .arg(item->property("text").toString())
+                             .arg(item->property("size").toDouble())
+                             .arg(item->property("weight").toInt())
+                             .arg(QLatin1String(designs[item->property("design").toInt()]),
+                                  role(item->property("color").value<QColor>(), dark));
     const int lines = item->property("maximumLineCount").toInt();
     return lines < 100 ? look + QStringLiteral(" lines %1").arg(lines) : look;
 }
@@ -134,7 +133,7 @@ QQuickItem *SceneProbe::text(const QString &text) const {
 }
 
 QRectF SceneProbe::rect(const QQuickItem *item) {
-    return item->mapRectToScene(item->boundingRect());
+    return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
 }
 
 QString SceneProbe::place(const QQuickItem *item) {
@@ -146,9 +145,7 @@ QString SceneProbe::place(const QQuickItem *item) {
         .arg(area.height());
 }
 
-QColor SceneProbe::pixel(int x, int y) const {
-    return window->grabWindow().pixelColor(x, y);
-}
+QColor SceneProbe::pixel(int x, int y) const { return window->grabWindow().pixelColor(x, y); }
 
 void SceneProbe::click(const QQuickItem *item) const {
     QTest::mouseClick(window, Qt::LeftButton, {}, rect(item).center().toPoint());
@@ -171,17 +168,19 @@ QString SceneProbe::looks(const QQuickItem *item, bool dark) {
 }
 
 bool SceneProbe::matches(const QString &actual, const QString &wanted) {
-    QString pattern = QRegularExpression::escape(wanted.trimmed());
-    pattern.replace(QStringLiteral("\\*"), QStringLiteral("[^\n]*"));
-    const bool same =
-        QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(actual).hasMatch();
-    if (!same) {
-        const QStringList lines = actual.split(u'\n');
-        for (const QString &line : lines) {
-            qWarning("%s", qPrintable(line));
+    const QStringList lines = actual.split(u'\n');
+    const QStringList patterns = wanted.trimmed().split(u'\n');
+    for (qsizetype i = 0; i < std::max(lines.size(), patterns.size()); ++i) {
+        QString pattern = QRegularExpression::escape(patterns.value(i));
+        pattern.replace(QStringLiteral("\\*"), QStringLiteral(".*"));
+        const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
+        if (!whole.match(lines.value(i)).hasMatch()) {
+            qWarning("line %d is: %s\nand not: %s", int(i), qPrintable(lines.value(i)),
+                     qPrintable(patterns.value(i)));
+            return false;
         }
     }
-    return same;
+    return true;
 }
 
 } // namespace tallyview::test

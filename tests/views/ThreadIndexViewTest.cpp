@@ -62,42 +62,6 @@ private slots:
         QVERIFY2(f.text("<b>Second</b>"), "markup is shown as it is");
     }
 
-    void coloursFollowTheAppearance_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<QColor>("canvas");
-        QTest::addColumn<QColor>("well");
-        QTest::addColumn<QColor>("card");
-        QTest::addColumn<QColor>("selected");
-        const auto colour = [](float r, float g, float b) { return QColor::fromRgbF(r, g, b); };
-        QTest::newRow("light") << false << colour(0.945F, 0.965F, 0.972F)
-                               << colour(0.9F, 0.93F, 0.94F) << colour(0.968F, 0.982F, 0.986F)
-                               << colour(0.982F, 0.992F, 0.995F);
-        QTest::newRow("dark") << true << colour(0.075F, 0.105F, 0.12F)
-                              << colour(0.055F, 0.078F, 0.09F) << colour(0.102F, 0.14F, 0.16F)
-                              << colour(0.125F, 0.17F, 0.19F);
-    }
-    void coloursFollowTheAppearance() {
-        QFETCH(bool, dark);
-        QFETCH(QColor, canvas);
-        QFETCH(QColor, well);
-        QFETCH(QColor, card);
-        QFETCH(QColor, selected);
-        IndexView f;
-        f.show(some());
-        f.window->setProperty("dark", dark);
-        f.settle();
-        const auto near = [](const QColor &actual, const QColor &wanted) {
-            return std::abs(actual.red() - wanted.red()) <= 1 &&
-                   std::abs(actual.green() - wanted.green()) <= 1 &&
-                   std::abs(actual.blue() - wanted.blue()) <= 1;
-        };
-        QVERIFY(near(f.pixel(5, 695), canvas));
-        QVERIFY(near(f.pixel(700, 84), well));
-        QVERIFY(near(f.pixel(500, 231), selected));
-        QVERIFY(near(f.pixel(500, 341), card));
-        QVERIFY(near(f.pixel(40, 75), QColor::fromRgbF(0.16F, 0.38F, 0.91F)));
-    }
-
     void aClickSelectsAndTheChevronOpens() {
         IndexView f;
         f.show(some());
