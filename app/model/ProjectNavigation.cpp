@@ -43,9 +43,6 @@ void ProjectNavigation::showArchived() {
 }
 
 void ProjectNavigation::update() {
-    if (!m_live) {
-        return;
-    }
     showProjects();
     m_allProjects = !model()->selectedProject();
     m_pinnedOnly = model()->pinnedOnly();

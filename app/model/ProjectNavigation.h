@@ -32,13 +32,10 @@ public:
 };
 
 /// The projects and the shortcuts of the sidebar, and what choosing them does.
-///
-/// While `live` it follows the model; content that is being replaced is not live and keeps what it
-/// shows. Counts are decimal digits.
+/// Counts are decimal digits.
 class ProjectNavigation : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(bool live MEMBER m_live NOTIFY liveChanged)
     Q_PROPERTY(QAbstractItemModel *projects READ projects CONSTANT)
     Q_PROPERTY(bool allProjects READ allProjects NOTIFY changed)
     Q_PROPERTY(bool pinnedOnly READ pinnedOnly NOTIFY changed)
@@ -72,14 +69,12 @@ public:
     Q_INVOKABLE void showArchived();
 
 signals:
-    void liveChanged();
     void changed();
 
 private:
     void update() override;
     void showProjects();
 
-    bool m_live = true;
     ProjectRowList m_projects;
     bool m_allProjects = true;
     bool m_pinnedOnly = false;

@@ -7,9 +7,6 @@ QString SidebarState::databaseLabel() const {
 }
 
 void SidebarState::update() {
-    if (!m_live) {
-        return;
-    }
     m_readFailed = model()->errorMessage().has_value();
     m_projectCount = QString::number(model()->projectCount());
     m_runningCount = QString::number(model()->runningCount());

@@ -5,13 +5,9 @@
 namespace tallyview {
 
 /// What the sidebar tells in figures and about the agent's database.
-///
-/// While `live` it follows the model; content that is being replaced is not live and keeps what it
-/// shows.
 class SidebarState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(bool live MEMBER m_live NOTIFY liveChanged)
     Q_PROPERTY(bool readFailed READ readFailed NOTIFY changed)
     Q_PROPERTY(QString databaseLabel READ databaseLabel NOTIFY changed)
     Q_PROPERTY(QString projectCount READ projectCount NOTIFY changed)
@@ -27,13 +23,11 @@ public:
     QString runningCount() const { return m_runningCount; }
 
 signals:
-    void liveChanged();
     void changed();
 
 private:
     void update() override;
 
-    bool m_live = true;
     bool m_readFailed = false;
     QString m_projectCount;
     QString m_runningCount;

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tallyview::ThreadFormatting {
@@ -11,7 +12,10 @@ namespace {
 
 QString formatted(Instant date, const QTimeZone &timeZone, const QString &pattern) {
     static const QLocale chinese(QLocale::Chinese, QLocale::China);
-    const double milliseconds = std::floor(date.time_since_epoch().count() * 1000.0);
+    // A damaged row may hold any number; the calendar ends somewhere.
+    constexpr double latest = 8.64e15;
+    const double milliseconds =
+        std::clamp(std::floor(date.time_since_epoch().count() * 1000.0), -latest, latest);
     return chinese.toString(
         QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), timeZone), pattern);
 }

@@ -179,6 +179,7 @@ void ThreadIndexContent::rebuildRows() {
     }
     m_headers.show(std::move(headers));
     m_rows.show(std::move(rows));
+    emit rowsChanged();
 }
 
 } // namespace tallyview

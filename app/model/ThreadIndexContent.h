@@ -56,6 +56,8 @@ signals:
     void viewTopChanged();
     void viewHeightChanged();
     void changed();
+    /// Headers or rows have come, gone or moved.
+    void rowsChanged();
     /// The view is to show the list from `top` on.
     void scrollRequested(double top, bool animated);
 

@@ -31,7 +31,9 @@ T.MenuBar {
 
         implicitWidth: implicitContentWidth + 20
         implicitHeight: 29
+        Accessible.role: Accessible.MenuItem
         Accessible.name: text
+        Accessible.onPressAction: triggered()
         background: Rectangle {
             anchors.fill: parent
             anchors.topMargin: 3

@@ -33,10 +33,7 @@ void LayoutSettings::setSidebarWidth(double width) {
 }
 
 void LayoutSettings::healSidebarWidth() {
-    const auto stored = m_defaults.number(sidebarWidthKey);
-    if (stored && *stored != sidebarWidth()) {
-        m_defaults.setValue(sidebarWidthKey, sidebarWidth());
-    }
+    m_defaults.setValue(sidebarWidthKey, sidebarWidth());
 }
 
 QString LayoutSettings::dashboardMode() const {

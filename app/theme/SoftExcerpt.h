@@ -20,13 +20,11 @@ class SoftExcerpt : public QObject, public QQmlParserStatus {
     Q_PROPERTY(int lineCount MEMBER m_lineCount NOTIFY inputChanged)
     /// The text, or its beginning with an ellipsis at the end.
     Q_PROPERTY(QString shown READ shown NOTIFY shownChanged)
-    Q_PROPERTY(bool truncated READ isTruncated NOTIFY shownChanged)
 
 public:
     explicit SoftExcerpt(QObject *parent = nullptr);
 
     QString shown() const { return m_shown; }
-    bool isTruncated() const { return m_shown != m_text; }
 
     /// The text that fits when lines break between words or, where a word is too long, within it.
     static QString fitted(const QString &text, const QFont &font, qreal width, int lineCount);

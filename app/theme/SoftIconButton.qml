@@ -31,6 +31,7 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: label
     Accessible.description: hint
+    Accessible.onPressAction: clicked()
 
     background: SoftSurface {
         smooth: !button.raised
@@ -47,7 +48,7 @@ T.AbstractButton {
         lightShadow.y: -2
     }
 
-    contentItem: SoftSymbol {
+    contentItem: FadingSymbol {
         smooth: !button.raised
         name: button.symbol
         size: button.symbolSize

@@ -14,7 +14,6 @@ struct SoftPalette {
     QColor primaryInk;      ///< titles and body text
     QColor secondaryInk;    ///< secondary text and icons
     QColor mutedInk;        ///< captions and placeholders
-    QColor shadowTint;      ///< base of the dark shadow in the light appearance
     QColor softShadowDark;  ///< shadow to the lower right
     QColor softShadowLight; ///< highlight to the upper left
     QColor rimLight;        ///< rim of a raised surface

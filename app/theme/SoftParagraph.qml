@@ -11,13 +11,19 @@ SoftText {
     horizontalAlignment: Text.AlignLeft
     wrapMode: Text.Wrap
     lineHeightMode: Text.FixedHeight
-    lineHeight: Math.ceil(metrics.height) + spacing
+    lineHeight: Math.ceil(line.contentHeight) + spacing
     // None below the last line.
     bottomPadding: -spacing
 
-    FontMetrics {
-        id: metrics
+    // As tall as the fonts that this text needs make a line.
+    Text {
+        id: line
 
+        visible: false
+        text: paragraph.text.replace(/\s+/g, " ")
         font: paragraph.font
+        textFormat: Text.PlainText
+        wrapMode: Text.NoWrap
+        Accessible.ignored: true
     }
 }

@@ -1,15 +1,21 @@
 import QtQuick
+import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
 
 /// A vertically scrolling view with the slim scroller: wheel, touchpad, touch, the page keys and
 /// dragging the knob. `contentHeight` is the content's to set. Dragging with the mouse is left to
-/// the content, for selecting text and pressing buttons.
+/// the content, for selecting text and pressing buttons. A control that the keyboard's focus reaches
+/// comes into view.
 Flickable {
     id: view
 
     /// One notch of a wheel, in points.
     readonly property real wheelStep: 96
     readonly property real lowestTop: Math.max(0, contentHeight - height)
+    /// Kept free above and below a control that comes into view; its focus ring needs some.
+    property real revealMargin: 4
+
+    readonly property Item focusedItem: Window.activeFocusItem
 
     /// Shows the content from `top` on.
     function scrollTo(top: real, animated: bool) {
@@ -45,10 +51,27 @@ Flickable {
         return false;
     }
 
+    function reveal(item: Item) {
+        const top = item.mapToItem(contentItem, 0, 0).y;
+        if (top - revealMargin < contentY)
+            scrollTo(top - revealMargin, true);
+        else if (top + item.height + revealMargin > contentY + height)
+            scrollTo(top + item.height + revealMargin - height, true);
+    }
+
     clip: true
     interactive: false
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
+    onFocusedItemChanged: {
+        const control = focusedItem as T.Control;
+        if (!control || !control.visualFocus)
+            return;
+        for (let item = control.parent; item; item = item.parent) {
+            if (item === contentItem)
+                reveal(control);
+        }
+    }
     onLowestTopChanged: {
         if (!glide.running && contentY > lowestTop)
             contentY = lowestTop;

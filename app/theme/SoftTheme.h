@@ -25,7 +25,6 @@ class SoftTheme : public QObject {
     Q_PROPERTY(QColor primaryInk READ primaryInk NOTIFY darkChanged)
     Q_PROPERTY(QColor secondaryInk READ secondaryInk NOTIFY darkChanged)
     Q_PROPERTY(QColor mutedInk READ mutedInk NOTIFY darkChanged)
-    Q_PROPERTY(QColor shadowTint READ shadowTint NOTIFY darkChanged)
     Q_PROPERTY(QColor softShadowDark READ softShadowDark NOTIFY darkChanged)
     Q_PROPERTY(QColor softShadowLight READ softShadowLight NOTIFY darkChanged)
     Q_PROPERTY(QColor rimLight READ rimLight NOTIFY darkChanged)
@@ -68,7 +67,6 @@ public:
     QColor primaryInk() const { return current().primaryInk; }
     QColor secondaryInk() const { return current().secondaryInk; }
     QColor mutedInk() const { return current().mutedInk; }
-    QColor shadowTint() const { return current().shadowTint; }
     QColor softShadowDark() const { return current().softShadowDark; }
     QColor softShadowLight() const { return current().softShadowLight; }
     QColor rimLight() const { return current().rimLight; }

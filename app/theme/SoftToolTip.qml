@@ -7,9 +7,11 @@ import Orvik.Tallyview.Theme
 T.ToolTip {
     id: tip
 
+    readonly property real longestLine: 420
+
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height + 6 : 0
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(longestLine, contentItem.implicitWidth) + leftPadding + rightPadding
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     horizontalPadding: 9
     verticalPadding: 5
@@ -20,6 +22,7 @@ T.ToolTip {
     contentItem: SoftText {
         text: tip.text
         size: 11
+        wrapMode: Text.Wrap
     }
 
     background: SoftSurface {

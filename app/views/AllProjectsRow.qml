@@ -14,10 +14,11 @@ SidebarButton {
 
     height: 42
     radius: 9
+    continuous: true
+    checkable: true
+    chosen: selected
     fill: selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
     Accessible.name: row.label
-    Accessible.checkable: true
-    Accessible.checked: selected
 
     Behavior on ink { ReplaceColorAnimation {} }
 

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
 
 // Light, dark, or what the desktop has.
@@ -33,27 +32,22 @@ Item {
         Repeater {
             model: SoftTheme.appearanceModes
 
-            delegate: T.AbstractButton {
+            delegate: SoftChoice {
                 id: choice
 
                 required property var modelData
 
-                readonly property bool selected: modelData.rawValue === picker.current
-
                 implicitWidth: 42
                 implicitHeight: 32
-                Accessible.role: Accessible.RadioButton
-                Accessible.name: modelData.title
-                Accessible.checkable: true
-                Accessible.checked: selected
-                Accessible.onPressAction: clicked()
+                chosen: modelData.rawValue === picker.current
+                text: modelData.title
                 onClicked: picker.chosen(modelData.rawValue)
 
                 SoftSurface {
                     anchors.fill: parent
                     radius: 8
                     continuous: false
-                    fill: choice.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
+                    fill: choice.chosen ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
 
                     Behavior on fill { ReplaceColorAnimation {} }
                 }
@@ -62,7 +56,7 @@ Item {
                     name: choice.modelData.symbol
                     size: 12
                     weight: Font.Medium
-                    color: choice.selected ? SoftTheme.accentInk : SoftTheme.secondaryInk
+                    color: choice.chosen ? SoftTheme.accentInk : SoftTheme.secondaryInk
 
                     Behavior on color { ReplaceColorAnimation {} }
                 }
@@ -71,7 +65,7 @@ Item {
                     radius: 8
                 }
                 SoftToolTip {
-                    text: choice.modelData.title
+                    text: choice.text
                     visible: choice.hovered && !choice.down
                 }
             }

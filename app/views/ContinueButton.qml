@@ -27,6 +27,7 @@ T.AbstractButton {
         anchors.left: parent.left
         anchors.leftMargin: 16
         anchors.right: arrow.left
+        anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignHCenter
         text: button.text

@@ -9,6 +9,8 @@ Item {
     required property string title
     required property string message
     required property bool isError
+    // Of the message.
+    property real longestLine: 300
 
     SoftRaised {
         anchors.centerIn: parent
@@ -39,7 +41,7 @@ Item {
             }
             SoftText {
                 anchors.horizontalCenter: parent.horizontalCenter
-                width: Math.min(implicitWidth, 300)
+                width: Math.min(implicitWidth, view.longestLine)
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 text: view.message

@@ -108,6 +108,10 @@ T.AbstractButton {
         height: count.implicitHeight
 
         Row {
+            id: figures
+
+            readonly property real room: parent.width - count.implicitWidth - spacing
+
             anchors.verticalCenter: parent.verticalCenter
             spacing: 13
 
@@ -116,6 +120,7 @@ T.AbstractButton {
                 tint: SoftTheme.running
             }
             ProjectMetric {
+                room: figures.room - x
                 text: card.row.completed
             }
         }

@@ -14,6 +14,9 @@ SoftScrollView {
     readonly property real gap: 16
     readonly property real sidePadding: 30
     readonly property real bottomPadding: 28
+    // Above the first row, for its rim, its highlight and the focus ring. The view begins this much
+    // higher than the cards do.
+    readonly property real headRoom: 14
 
     readonly property real room: width - 2 * sidePadding
     readonly property int columns: Math.max(1, Math.floor((room + gap) / (smallestCell + gap)))
@@ -27,19 +30,14 @@ SoftScrollView {
     // The exact name of the project.
     signal selected(key: string)
 
-    function reveal(card: Item) {
-        if (card.y < contentY)
-            scrollTo(card.y, true);
-        else if (card.y + card.height > contentY + height)
-            scrollTo(card.y + card.height - height, true);
-    }
-
-    contentHeight: grid.height + bottomPadding
+    revealMargin: headRoom
+    contentHeight: headRoom + grid.height + bottomPadding
 
     Grid {
         id: grid
 
         x: scroll.sidePadding
+        y: scroll.headRoom
         columns: scroll.columns
         spacing: scroll.gap
 
@@ -60,10 +58,6 @@ SoftScrollView {
                         scroll.help = "";
                     }
                 }
-                onVisualFocusChanged: {
-                    if (visualFocus)
-                        scroll.reveal(card);
-                }
             }
         }
     }
@@ -71,6 +65,7 @@ SoftScrollView {
     SoftToolTip {
         parent: scroll.helped
         text: scroll.help
-        visible: scroll.help !== ""
+        // A card that goes may still count as hovered.
+        visible: scroll.help !== "" && scroll.helped.Window.window !== null
     }
 }

@@ -75,6 +75,7 @@ FocusScope {
 
                 delegate: FocusProjectGrid {
                     anchors.fill: parent
+                    anchors.topMargin: -headRoom
                     cards: faces.cards
                     onSelected: key => view.selected(key)
                 }
@@ -85,6 +86,7 @@ FocusScope {
                 delegate: EmptyIndexView {
                     anchors.fill: parent
                     isError: false
+                    longestLine: width - 2 * 58
                     symbol: "square.grid.2x2"
                     title: "还没有可展示的项目"
                     message: faces.message

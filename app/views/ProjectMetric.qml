@@ -7,6 +7,8 @@ Row {
 
     required property string text
     property color tint: SoftTheme.secondaryInk
+    // There is no more room than this.
+    property real room: Infinity
 
     spacing: 5
 
@@ -18,6 +20,7 @@ Row {
         color: metric.tint
     }
     SoftText {
+        width: Math.min(implicitWidth, Math.max(0, metric.room - 6 - metric.spacing))
         anchors.verticalCenter: parent.verticalCenter
         text: metric.text
         size: 9

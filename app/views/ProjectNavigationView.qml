@@ -14,15 +14,6 @@ SoftScrollView {
 
     contentHeight: rows.height + 12
 
-    // A row that the keyboard reaches comes into view.
-    function reveal(row: Item) {
-        const top = rows.y + row.y;
-        if (top < contentY)
-            scrollTo(top, true);
-        else if (top + row.height > contentY + height)
-            scrollTo(top + row.height - height, true);
-    }
-
     ProjectNavigation {
         id: navigation
 
@@ -50,45 +41,34 @@ SoftScrollView {
             }
         }
         AllProjectsRow {
-            id: allProjects
-
             width: parent.width
             selected: navigation.allProjects
             count: navigation.threadCount
             label: navigation.allProjectsLabel
             onClicked: navigation.chooseAllProjects()
-            onReached: view.reveal(allProjects)
         }
         QuickRow {
-            id: today
-
             width: parent.width
             code: "24H"
             title: "今天更新"
             count: navigation.todayCount
             onClicked: navigation.showToday()
-            onReached: view.reveal(today)
         }
         QuickRow {
-            id: pinned
-
             width: parent.width
             code: "PIN"
             title: "已固定"
             count: navigation.pinnedCount
-            active: navigation.pinnedOnly
+            checkable: true
+            chosen: navigation.pinnedOnly
             onClicked: navigation.togglePinnedOnly()
-            onReached: view.reveal(pinned)
         }
         QuickRow {
-            id: archived
-
             width: parent.width
             code: "ARC"
             title: "已归档"
             count: navigation.archivedCount
             onClicked: navigation.showArchived()
-            onReached: view.reveal(archived)
         }
         Item {
             width: parent.width
@@ -104,14 +84,11 @@ SoftScrollView {
             model: navigation.projects
 
             delegate: ProjectRow {
-                id: project
-
                 required property int index
 
                 width: rows.width
                 onClicked: navigation.choose(index)
-                onReached: view.reveal(project)
-            }
+                }
         }
     }
 }

@@ -10,11 +10,11 @@ SidebarButton {
     required property projectRow row
 
     height: 40
+    checkable: true
+    chosen: row.selected
     fill: SoftTheme.withOpacity(SoftTheme.accent, row.selected ? 0.09 : 0)
     Accessible.name: row.name
     Accessible.description: row.count
-    Accessible.checkable: true
-    Accessible.checked: row.selected
 
     SoftSurface {
         id: badge

@@ -9,10 +9,9 @@ SidebarButton {
     required property string code
     required property string title
     required property string count
-    property bool active: false
 
     height: 36
-    fill: active ? SoftTheme.insetSurface : SoftTheme.withOpacity(SoftTheme.insetSurface, 0)
+    fill: chosen ? SoftTheme.insetSurface : SoftTheme.withOpacity(SoftTheme.insetSurface, 0)
     Accessible.name: row.title
     Accessible.description: row.count
 
@@ -28,7 +27,7 @@ SidebarButton {
 
         SoftSymbol {
             anchors.centerIn: parent
-            name: row.active ? "star.fill" : "star"
+            name: row.chosen ? "star.fill" : "star"
             size: 11
             weight: Font.DemiBold
             color: SoftTheme.primaryInk

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
 
 // Shows `content` anew whenever `identity` changes: the new content fades in and comes to its
@@ -27,10 +28,24 @@ Item {
         }
     }
 
+    // The item of the content that has the keyboard's focus.
+    function focusedItem(): Item {
+        for (let item = Window.activeFocusItem; item; item = item.parent) {
+            if (item === current)
+                return Window.activeFocusItem;
+        }
+        return null;
+    }
+
     onIdentityChanged: {
         if (generations.count === 0)
             return;
+        const focused = focusedItem();
+        const isRinged = (focused as T.Control)?.visualFocus ?? false;
         generations.append({ number: ++generation });
+        // What is replaced takes no input any more; the keyboard goes on in what replaces it.
+        if (focused)
+            current.nextItemInFocusChain().forceActiveFocus(isRinged ? Qt.TabFocusReason : Qt.OtherFocusReason);
         if (SoftTheme.reducedMotion)
             generations.remove(0, generations.count - 1);
     }

@@ -8,18 +8,19 @@ T.AbstractButton {
 
     property real radius: 8
     property color fill: SoftTheme.clear
+    property bool continuous: false
+    // Of a row that is `checkable`; a press only asks for it.
+    property bool chosen: false
 
-    // The keyboard's focus has come here.
-    signal reached()
-
+    checked: chosen
     Accessible.onPressAction: clicked()
-    onVisualFocusChanged: {
-        if (visualFocus)
-            reached();
-    }
+    Accessible.onToggleAction: clicked()
+    // The press has set it, which ends the binding.
+    onToggled: checked = Qt.binding(() => row.chosen)
 
     background: SoftSurface {
         radius: row.radius
+        continuous: row.continuous
         fill: row.fill
 
         Behavior on fill { ReplaceColorAnimation {} }

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
@@ -28,27 +27,22 @@ SoftRaised {
 
             model: control.index.statusTitles
 
-            delegate: T.AbstractButton {
+            delegate: SoftChoice {
                 id: segment
 
                 required property int index
                 required property string modelData
 
-                readonly property bool selected: control.index.statusFilter === index
-
                 width: (segments.width - (repeater.count - 1) * segments.spacing) / repeater.count
                 height: segments.height
-                Accessible.role: Accessible.RadioButton
+                chosen: control.index.statusFilter === index
                 Accessible.name: control.index.statusLabels[index]
-                Accessible.checkable: true
-                Accessible.checked: selected
-                Accessible.onPressAction: clicked()
                 onClicked: control.index.chooseStatus(index)
 
                 SoftSurface {
                     anchors.fill: parent
                     radius: 8
-                    fill: segment.selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
+                    fill: segment.chosen ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
 
                     Behavior on fill { ReplaceColorAnimation {} }
                 }
@@ -58,7 +52,7 @@ SoftRaised {
                     size: 11
                     weight: Font.DemiBold
                     design: SoftFont.Rounded
-                    color: segment.selected ? SoftTheme.accentInk : SoftTheme.secondaryInk
+                    color: segment.chosen ? SoftTheme.accentInk : SoftTheme.secondaryInk
 
                     Behavior on color { ReplaceColorAnimation {} }
                 }

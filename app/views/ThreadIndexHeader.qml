@@ -73,6 +73,7 @@ Item {
                 implicitWidth: resetText.implicitWidth
                 implicitHeight: resetText.implicitHeight
                 Accessible.name: text
+                Accessible.onPressAction: clicked()
                 onClicked: {
                     if (header.canGoBack)
                         header.index.resetFiltersKeepingProject();
@@ -142,7 +143,7 @@ Item {
                         required property string modelData
 
                         text: modelData
-                        selected: header.index.recencyFilter === index
+                        chosen: header.index.recencyFilter === index
                         onClicked: header.index.chooseRecency(index)
                     }
                 }

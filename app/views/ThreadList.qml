@@ -16,7 +16,10 @@ SoftScrollView {
 
     // The content goes before the list does when both are replaced.
     contentHeight: content?.contentHeight ?? 0
-    Component.onCompleted: contentY = content.viewTop
+    Component.onCompleted: {
+        contentY = content.viewTop;
+        ReadingOrder.sortByTop(contentItem);
+    }
 
     Binding {
         target: list.content
@@ -31,6 +34,9 @@ SoftScrollView {
     Connections {
         function onScrollRequested(top: real, animated: bool) {
             list.scrollTo(top, animated);
+        }
+        function onRowsChanged() {
+            ReadingOrder.sortByTop(list.contentItem);
         }
 
         target: list.content

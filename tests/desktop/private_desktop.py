@@ -1,0 +1,253 @@
+"""The application on a desktop of its own: a sample home, the session's bus and display, and what
+of it assistive technology sees. Everything lives in one temporary folder."""
+
+import json
+import os
+import re
+import shutil
+import signal
+import sqlite3
+import subprocess
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
+
+
+def until(condition, what, seconds=20):
+    """Waits until `condition` gives something true, and gives it back."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        result = condition()
+        if result:
+            return result
+        time.sleep(0.1)
+    raise AssertionError(f"{what}: not within {seconds} s")
+
+
+class Desktop:
+    BINARIES = os.environ["TALLYVIEW_BINARIES"]
+
+    def __init__(self, threads=40, seed=1):
+        self.home = tempfile.mkdtemp(prefix="tallyview-desktop-")
+        self.settings = os.path.join(self.home, ".config/orvik/tallyview.conf")
+        self.environment = {
+            **{k: v for k, v in os.environ.items() if k != "XDG_CURRENT_DESKTOP"},
+            "HOME": self.home,
+            "XDG_CONFIG_HOME": self.home + "/.config",
+            "XDG_DATA_HOME": self.home + "/.local/share",
+            "XDG_CACHE_HOME": self.home + "/.cache",
+            "QT_QPA_PLATFORM": "xcb",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "LC_ALL": "C.UTF-8",
+        }
+        self.processes = {}
+        subprocess.run(
+            [f"{self.BINARIES}/orvik-tallyview-demo", "--home", self.home, "--threads", str(threads)]
+            + ["--seed", str(seed), "--rollouts", "small"],
+            check=True, stdout=subprocess.DEVNULL)
+        self.database = self.home + "/.orvik/state_5.sqlite"
+
+    def close(self):
+        for name in list(self.processes):
+            self.stop(name)
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    # Processes, by a name of the test's choice.
+
+    def start(self, name, *command, **more):
+        environment = {**self.environment, **more}
+        with open(os.path.join(self.home, name + ".errors"), "wb") as errors:
+            self.processes[name] = subprocess.Popen(
+                command, env=environment, stdout=errors, stderr=errors)
+
+    def stop(self, name):
+        process = self.processes.pop(name, None)
+        if process and process.poll() is None:
+            process.send_signal(signal.SIGTERM)
+            process.wait(10)
+        return process.returncode if process else None
+
+    def start_application(self, **more):
+        self.start("application", f"{self.BINARIES}/orvik-tallyview", **more)
+        until(lambda: self.find("push button", "刷新任务"), "the application's window")
+        self._await_refresh()
+
+    def complaints(self):
+        """What the application wrote to standard error."""
+        return self._lines("application.errors")
+
+    # The agent.
+
+    def sql(self, statement, *values):
+        with sqlite3.connect(self.database, timeout=10) as database:
+            return database.execute(statement, values).fetchall()
+
+    def begin_task(self, thread, **columns):
+        self._append(thread, "task_started")
+        columns["updated_at_ms"] = columns["recency_at_ms"] = int(time.time() * 1000)
+        changes = ", ".join(f"{column} = ?" for column in columns)
+        self.sql(f"UPDATE threads SET {changes} WHERE id = ?", *columns.values(), thread)
+
+    def complete_task(self, thread):
+        self._append(thread, "task_complete")
+
+    def running_tasks(self):
+        """The ids of the threads whose task is at work."""
+        rows = self.sql("SELECT id, rollout_path FROM threads WHERE archived = 0")
+        return {thread for thread, path in rows if path and self._last_event(path) == "task_started"}
+
+    @staticmethod
+    def _last_event(path):
+        if not os.path.exists(path):
+            return None
+        with open(path, "rb") as rollout:
+            events = re.findall(rb'"event_msg","payload":{"type":"(task_started|task_complete|turn_aborted)"',
+                                rollout.read())
+        return events[-1].decode() if events else None
+
+    def _append(self, thread, event):
+        [[path]] = self.sql("SELECT rollout_path FROM threads WHERE id = ?", thread)
+        with open(path, "a", encoding="utf-8") as rollout:
+            rollout.write('{"type":"event_msg","payload":{"type":"%s"}}\n' % event)
+
+    def refresh(self):
+        """Presses the refresh button and waits for the end of the refresh."""
+        self.press("push button", "刷新任务")
+        time.sleep(0.3)
+        self._await_refresh()
+
+    def _await_refresh(self):
+        until(lambda: self.find("push button", "刷新任务", state=Atspi.StateType.ENABLED),
+              "the end of the refresh")
+
+    # The notification daemon and the application that links lead to.
+
+    def start_daemon(self, markup="full"):
+        configuration = self.home + "/dunstrc"
+        script = self._script("notice", f"""json.dump([os.environ["DUNST_SUMMARY"],
+            os.environ["DUNST_BODY"]], open({self.home + "/notices"!r}, "a")); print(file=
+            open({self.home + "/notices"!r}, "a"))""")
+        with open(configuration, "w", encoding="utf-8") as file:
+            file.write(f"[global]\nmarkup = {markup}\n[every]\nscript = {script}\n")
+        self.start("daemon", "dunst", "-conf", configuration)
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        until(lambda: bus.call_sync(
+            "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner",
+            GLib.Variant("(s)", ("org.freedesktop.Notifications",)), None, 0, -1, None).unpack()[0],
+            "the notification daemon")
+
+    def notices(self):
+        """Summary and body of every notice so far, as the daemon got them."""
+        return [json.loads(line) for line in self._lines("notices")]
+
+    def handle_links(self):
+        script = self._script("open", f"""open({self.home + "/links"!r}, "a").write(
+            sys.argv[1] + chr(10))""")
+        applications = self.home + "/.local/share/applications"
+        os.makedirs(applications, exist_ok=True)
+        with open(applications + "/orvik.desktop", "w", encoding="utf-8") as file:
+            file.write(f"[Desktop Entry]\nType=Application\nName=Orvik\nExec={script} %u\n"
+                       "MimeType=x-scheme-handler/orvik;\n")
+        with open(applications + "/mimeapps.list", "w", encoding="utf-8") as file:
+            file.write("[Default Applications]\nx-scheme-handler/orvik=orvik.desktop\n")
+
+    def links(self):
+        return self._lines("links")
+
+    def _lines(self, name):
+        path = os.path.join(self.home, name)
+        if not os.path.exists(path):
+            return []
+        with open(path, encoding="utf-8") as file:
+            return file.read().splitlines()
+
+    def _script(self, name, body):
+        path = os.path.join(self.home, name)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(f"#!/usr/bin/python3\nimport json, os, sys\n{body}\n")
+        os.chmod(path, 0o755)
+        return path
+
+    # What assistive technology sees.
+
+    def tree(self):
+        """Everything of the window in reading order."""
+        root = Atspi.get_desktop(0)
+        root.clear_cache()
+        for i in range(root.get_child_count()):
+            application = root.get_child_at_index(i)
+            if application and "tallyview" in (application.get_name() or "").lower():
+                yield from self._walk(application)
+
+    def _walk(self, item):
+        item.clear_cache()
+        yield item
+        for i in range(item.get_child_count()):
+            child = item.get_child_at_index(i)
+            if child:
+                yield from self._walk(child)
+
+    def find(self, role, name, state=None):
+        """The first item of a role whose name is `name`, or matches it where it is a pattern."""
+        for item in self.tree():
+            try:
+                matches = (name.search(item.get_name() or "") if isinstance(name, re.Pattern)
+                           else item.get_name() == name)
+                states = item.get_state_set()
+                if (matches and item.get_role_name() == role
+                        and states.contains(Atspi.StateType.VISIBLE)
+                        and (not state or states.contains(state))):
+                    return item
+            except GLib.Error:  # it is just going away
+                continue
+        return None
+
+    def press(self, role, name):
+        item = until(lambda: self.find(role, name), f"{role} {name}")
+        actions = item.get_action_iface()
+        names = [actions.get_action_name(i) for i in range(actions.get_n_actions())]
+        assert actions.do_action(names.index("Press")), f"{role} {name} cannot be pressed"
+
+    def texts(self):
+        return [item.get_name() for item in self.tree() if item.get_name()]
+
+    # The settings file, as any program sees it.
+
+    def setting(self, key):
+        if not os.path.exists(self.settings):
+            return None
+        with open(self.settings, encoding="utf-8") as settings:
+            found = re.search(f"^{key}=(.*)$", settings.read(), re.MULTILINE)
+        return found and found.group(1)
+
+    def store(self, key, value):
+        os.makedirs(os.path.dirname(self.settings), exist_ok=True)
+        lines = ["[General]\n"]
+        if os.path.exists(self.settings):
+            with open(self.settings, encoding="utf-8") as settings:
+                lines = [line for line in settings if not line.startswith(key + "=")]
+        with open(self.settings + ".new", "w", encoding="utf-8") as settings:
+            settings.writelines(lines + [f"{key}={value}\n"])
+        os.replace(self.settings + ".new", self.settings)
+
+    @staticmethod
+    def picture(x, y, width, height):
+        """A stretch of the screen; equal pictures are equal."""
+        return subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
+            check=True, capture_output=True).stdout
+
+    def pixel(self, x, y):
+        """The colour of a point of the screen, as "#rrggbb"."""
+        return "#" + self.picture(x, y, 1, 1).hex()
+
+
+def start_accessibility():
+    """To be called before the first program starts."""
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+    bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, -1)
+    Atspi.init()

@@ -1,0 +1,235 @@
+"""The application as a person meets it: a real window, a real bus, real daemons."""
+
+import re
+import subprocess
+import time
+import unittest
+
+from private_desktop import Atspi, Desktop, start_accessibility, until
+
+
+def setUpModule():
+    start_accessibility()
+
+
+class OnTheDesktop(unittest.TestCase):
+    def setUp(self):
+        self.desktop = Desktop()
+        self.addCleanup(self.desktop.close)
+
+    def expect(self, role, name, description=None):
+        item = until(lambda: self.desktop.find(role, name), f"{role} {name}")
+        if description is not None:
+            self.assertEqual(item.get_description(), description)
+        return item
+
+    def quiet(self):
+        self.assertEqual(self.desktop.complaints(), [])
+
+    def running_threads(self, count):
+        """The ids of threads that have just started to run."""
+        ids = [row[0] for row in self.desktop.sql(
+            "SELECT id FROM threads WHERE archived = 0 AND rollout_path <> '' LIMIT ?", count)]
+        for thread in ids:
+            self.desktop.begin_task(thread, cwd="/src/atlas", title=f"Task {thread}")
+        return ids
+
+
+class Accessibility(OnTheDesktop):
+    def test_every_view_tells_what_it_shows(self):
+        desktop = self.desktop
+        self.running_threads(1)
+        desktop.start_application()
+        self.expect("image", "进行中")
+        shown = "\n".join(f"{item.get_role_name()}: {item.get_name()} | {item.get_description()}"
+                          for item in desktop.tree())
+        for line in """
+push button: 切换到专注模式 | 在项目平铺视图和标准三栏视图之间切换
+check box: 全部项目，共 [0-9]+ 个任务 |
+push button: 今天更新 | [0-9]+
+check box: 已固定 | 0
+push button: 已归档 | [0-9]+
+radio button: 浅色 |
+radio button: 深色 |
+radio button: 跟随系统 |
+label: SQLite · 本机只读 |
+label: 不会回写 Orvik |
+slider: 调整项目栏宽度 | 拖动调整宽度，双击恢复默认宽度
+label: 任务动态 |
+push button: 刷新任务 |
+radio button: 进行中，[0-9]+ 个任务 |
+radio button: 已完成，[0-9]+ 个任务 |
+radio button: 全部，[0-9]+ 个任务 |
+text: 搜索任务标题、项目或工作目录… |
+radio button: 刚刚 |
+radio button: 今天 |
+radio button: 本周 |
+radio button: 更早 |
+push button: Task .* | ATL / ATLAS / .*
+image: 进行中 |
+push button: 在 Orvik 中打开 Task .* |
+push button: 固定任务 |
+push button: 复制 Thread ID |
+push button: 在 Orvik 中继续 |""".strip().splitlines():
+            pattern = line.replace("|", "[|]")
+            self.assertRegex(shown, re.compile(f"^{pattern} ?$", re.MULTILINE))
+        width = self.expect("slider", "调整项目栏宽度", "拖动调整宽度，双击恢复默认宽度")
+        value = width.get_value_iface()
+        self.assertEqual([value.get_current_value(), value.get_minimum_value(),
+                          value.get_maximum_value(), value.get_minimum_increment()],
+                         [224, 200, 360, 20])
+
+        desktop.press("push button", "切换到专注模式")
+        self.expect("push button", "切换到标准模式", "在项目平铺视图和标准三栏视图之间切换")
+        self.expect("label", "专注空间")
+        self.expect("label", "点击右上角按钮随时返回标准模式")
+        card = re.compile("^(.+)，[0-9]+ 个进行中，[0-9]+ 个任务$")
+        first = self.expect("push button", card, "打开该项目的任务动态").get_name()
+        desktop.press("push button", first)
+        self.expect("label", card.match(first).group(1) + " · 任务动态")
+        desktop.press("push button", "返回项目列表")
+        self.expect("push button", card)
+        desktop.press("push button", "切换到标准模式")
+        self.expect("label", "任务动态")
+        self.quiet()
+
+    def test_assistive_technology_works_the_window(self):
+        desktop = self.desktop
+        thread = self.running_threads(2)[1]
+        desktop.start_application()
+        desktop.press("push button", f"Task {thread}")
+        self.expect("label", thread)
+        desktop.press("push button", "固定任务")
+        self.expect("push button", "取消固定")
+        self.assertEqual(desktop.setting("pinnedThreadIDs"), thread)
+        width = self.expect("slider", "调整项目栏宽度").get_value_iface()
+        width.set_current_value(300)
+        until(lambda: desktop.setting("sidebarWidth") == "300", "the width is stored")
+        width.set_current_value(1000)
+        until(lambda: desktop.setting("sidebarWidth") == "360", "the width is bounded")
+        desktop.press("radio button", re.compile("^全部，"))
+        desktop.press("radio button", "更早")
+        checked = [item.get_name() for item in desktop.tree()
+                   if item.get_state_set().contains(Atspi.StateType.CHECKED)]
+        self.assertRegex(" ".join(checked), "^全部项目，共 [0-9]+ 个任务 跟随系统 全部，[0-9]+ 个任务 更早$")
+        desktop.press("push button", "重置筛选")
+        until(lambda: not desktop.find("push button", "重置筛选"), "the filters are reset")
+        self.quiet()
+
+
+class Settings(OnTheDesktop):
+    def test_a_change_from_elsewhere_shows_at_once(self):
+        desktop = self.desktop
+        desktop.store("appearanceMode", "light")
+        desktop.start_application()
+        self.assertEqual(desktop.pixel(5, 700), "#f7fafb")
+        desktop.store("appearanceMode", "dark")
+        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
+        desktop.store("dashboardMode", "focus")
+        self.expect("label", "专注空间")
+        self.quiet()
+
+    def test_the_desktops_appearance_is_followed(self):
+        desktop = self.desktop
+
+        def desktop_setting(key, value):
+            subprocess.run(["gsettings", "set", "org.gnome.desktop.interface", key, value],
+                           check=True)
+
+        def moves():
+            """Whether the marks of the running tasks pulse."""
+            pictures = {desktop.picture(290, 230, 50, 60) for _ in range(6)}
+            return len(pictures) > 1
+
+        self.addCleanup(desktop_setting, "color-scheme", "default")
+        self.addCleanup(desktop_setting, "enable-animations", "true")
+        self.running_threads(1)
+        desktop_setting("color-scheme", "prefer-dark")
+        desktop.start_application()
+        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
+        desktop_setting("color-scheme", "default")
+        until(lambda: desktop.pixel(5, 700) == "#f7fafb", "the light sidebar")
+        until(moves, "the pulse")
+        desktop_setting("enable-animations", "false")
+        until(lambda: not moves(), "the end of the pulse")
+        desktop.store("appearanceMode", "dark")
+        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the stored choice")
+
+
+class Notices(OnTheDesktop):
+    def complete(self, thread):
+        self.desktop.complete_task(thread)
+        self.desktop.refresh()
+
+    def test_a_completed_task_is_told_once_and_leads_back(self):
+        desktop = self.desktop
+        desktop.start_daemon()
+        desktop.handle_links()
+        [thread, other] = self.running_threads(2)
+        desktop.begin_task(thread, cwd="/src/R&D <i>", title="Fix <b>bold</b> &amp; \"quotes\" 🚀")
+        desktop.start_application()
+        self.complete(thread)
+        until(desktop.notices, "the notice")
+        desktop.refresh()
+        self.assertEqual(desktop.notices(), [
+            ["Orvik 任务已完成",
+             'R&amp;D &lt;i&gt;\nFix &lt;b&gt;bold&lt;/b&gt; &amp;amp; "quotes" 🚀']])
+        subprocess.run(["dunstctl", "action", "0"], check=True)
+        until(lambda: desktop.links() == [f"orvik://threads/{thread}"], "the link")
+        self.assertEqual(desktop.setting("notificationAuthorizationGranted"), "true")
+        self.assertEqual(desktop.setting("notificationAuthorizationStatus"), "2")
+        self.assertEqual(desktop.setting("notificationDeliveryError"), "")
+        until(lambda: subprocess.run(["dunstctl", "count", "displayed"], capture_output=True,
+                                     text=True).stdout.strip() == "0", "the notice is closed")
+
+        # A daemon that shows plain text gets plain text.
+        desktop.stop("daemon")
+        desktop.start_daemon(markup="no")
+        desktop.begin_task(other, title="Plain <b>text</b>")
+        self.complete(other)
+        until(lambda: len(desktop.notices()) == 2, "the second notice")
+        self.assertEqual(desktop.notices()[1], ["Orvik 任务已完成", "atlas\nPlain <b>text</b>"])
+        self.quiet()
+
+    def test_a_daemon_may_be_missing_and_come_later(self):
+        desktop = self.desktop
+        [first, second] = self.running_threads(2)
+        desktop.start_application()
+        self.assertEqual(desktop.setting("notificationAuthorizationGranted"), "false")
+        self.complete(first)
+        until(lambda: desktop.setting("notificationDeliveryError"), "the recorded error")
+        desktop.start_daemon()
+        self.complete(second)
+        until(lambda: len(desktop.notices()) == 1, "the notice of the second task")
+        self.assertEqual(desktop.setting("notificationDeliveryError"), "")
+        self.quiet()
+
+    def test_a_live_agent_is_followed(self):
+        desktop = self.desktop
+        desktop.start_daemon()
+        desktop.start_application()
+        before = desktop.running_tasks()
+        desktop.start("agent", f"{desktop.BINARIES}/orvik-tallyview-demo", "--home", desktop.home,
+                      "--live", "--live-interval", "100")
+        until(lambda: len(before - desktop.running_tasks()) >= 2, "two tasks have ended", 60)
+        desktop.stop("agent")
+        completed = before - desktop.running_tasks()
+        desktop.refresh()
+        until(lambda: len(desktop.notices()) >= len(completed), "the notices")
+        time.sleep(0.5)
+        self.assertEqual(len(desktop.notices()), len(completed))
+
+    def test_secrets_are_masked_wherever_they_would_show(self):
+        desktop = self.desktop
+        desktop.start_daemon()
+        [thread] = self.running_threads(1)
+        desktop.begin_task(thread, title="password: hunter2hunter2 call 13812345678",
+                           preview="sk-" + "a1B2" * 8 + " token=0123456789abcdef")
+        desktop.start_application()
+        shown = "\n".join(desktop.texts())
+        self.assertIn("call 1", shown)
+        self.complete(thread)
+        until(desktop.notices, "the notice")
+        for secret in ("hunter2", "13812345678", "a1B2", "0123456789abcdef"):
+            self.assertNotIn(secret, shown)
+            self.assertNotIn(secret, str(desktop.notices()))
