@@ -32,9 +32,7 @@ void LayoutSettings::setSidebarWidth(double width) {
     }
 }
 
-void LayoutSettings::healSidebarWidth() {
-    m_defaults.setValue(sidebarWidthKey, sidebarWidth());
-}
+void LayoutSettings::healSidebarWidth() { m_defaults.setValue(sidebarWidthKey, sidebarWidth()); }
 
 QString LayoutSettings::dashboardMode() const {
     return m_defaults.text(dashboardModeKey)

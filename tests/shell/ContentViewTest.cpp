@@ -143,6 +143,41 @@ private slots:
         QVERIFY(!f.text("project2 · 任务动态"));
     }
 
+    void tabReachesEveryControl() {
+        ShellFixture f(projects(2));
+        QStringList reached;
+        const QQuickItem *first = nullptr;
+        do {
+            f.press(Qt::Key_Tab);
+            const QQuickItem *item = f.window->activeFocusItem();
+            first = first ? first : item;
+            reached.append(f.typeOf(item));
+            const bool hasMark =
+                item->inherits("QQuickTextInput") || reached.last() == "SidebarResizeHandle";
+            QVERIFY2(hasMark || f.items("SoftFocusRing").size() == 1, qPrintable(reached.last()));
+        } while (reached.size() < 30 &&
+                 f.window->activeFocusItem()->nextItemInFocusChain() != first);
+        QVERIFY(f.matches(reached.join(u' '),
+                          "SoftIconButton AllProjectsRow QuickRow QuickRow QuickRow ProjectRow "
+                          "ProjectRow SoftChoice SoftChoice SoftChoice SidebarResizeHandle "
+                          "SoftIconButton SoftChoice SoftChoice SoftChoice QQuickTextInput "
+                          "RecencyCapsule RecencyCapsule RecencyCapsule RecencyCapsule "
+                          "QQuickAbstractButton QQuickAbstractButton QQuickAbstractButton "
+                          "QQuickAbstractButton SoftIconButton SoftIconButton ContinueButton"));
+    }
+
+    void theKeyboardGoesOnInWhatReplacesIt() {
+        ShellFixture f(projects(2), {{"dashboardMode", "focus"}});
+        while (f.typeOf(f.window->activeFocusItem()) != "FocusProjectCard") {
+            f.press(Qt::Key_Tab);
+        }
+        f.press(Qt::Key_Space);
+        QVERIFY(f.text("project0 · 任务动态"));
+        QCOMPARE(f.window->activeFocusItem()->property("label"), "返回项目列表");
+        f.press(Qt::Key_Space);
+        QCOMPARE(f.typeOf(f.window->activeFocusItem()), "FocusProjectCard");
+    }
+
     void asManyCardsInARowAsFit_data() {
         QTest::addColumn<int>("window");
         QTest::addColumn<int>("inARow");

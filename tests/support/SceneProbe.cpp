@@ -11,11 +11,6 @@
 namespace tallyview::test {
 namespace {
 
-QString typeOf(const QQuickItem *item) {
-    QString name = QString::fromLatin1(item->metaObject()->className());
-    return name.section(QStringLiteral("_QML"), 0, 0).section(QStringLiteral("::"), -1);
-}
-
 void visit(const QQuickItem *item, const std::function<void(QQuickItem *)> &action) {
     if (!item->isVisible()) {
         return;
@@ -107,6 +102,11 @@ QString surfaceLook(const QQuickItem *item, bool dark) {
 }
 
 } // namespace
+
+QString SceneProbe::typeOf(const QQuickItem *item) {
+    QString name = QString::fromLatin1(item->metaObject()->className());
+    return name.section(QStringLiteral("_QML"), 0, 0).section(QStringLiteral("::"), -1);
+}
 
 void SceneProbe::settle() const {
     QCoreApplication::processEvents();

@@ -14,6 +14,7 @@ public:
     /// Lets the adapters and the scene follow the model.
     void settle() const;
 
+    static QString typeOf(const QQuickItem *item);
     /// The visible items of a type, in the order of the tree.
     QList<QQuickItem *> items(const QString &type) const;
     QQuickItem *item(const QString &type) const { return items(type).value(0); }
