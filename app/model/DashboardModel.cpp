@@ -118,6 +118,7 @@ void DashboardModel::finishRefresh() {
 void DashboardModel::applyThreads(ThreadList threads) {
     const ThreadList completed = m_completionTracker.completedThreads(threads);
     assign(m_threads, std::move(threads));
+    ++m_threadsRevision;
     assign(m_errorMessage, std::optional<std::string>());
     assign(m_lastSyncedAt, std::optional(m_environment.now()));
     reconcileSelection();
@@ -205,10 +206,11 @@ void DashboardModel::moveSelection(std::int64_t offset) {
 }
 
 void DashboardModel::reconcileSelection() {
-    const ThreadList visible = visibleThreads();
+    ThreadList visible = unsortedVisibleThreads(currentCutoffs());
     if (visible.empty()) {
         setSelectedThreadID(std::nullopt);
     } else if (position(visible, m_selectedThreadID) == visible.size()) {
+        sortByTime(visible);
         setSelectedThreadID(visible.front().id());
     }
 }

@@ -45,6 +45,8 @@ public:
     // not it differs.
 
     const ThreadList &threads() const { return m_threads; } ///< in the store's order
+    /// Counts the lists: while it stays the same, so does threads().
+    std::uint64_t threadsRevision() const { return m_threadsRevision; }
     bool isLoading() const { return m_isLoading; }
     /// Why the last refresh failed; none after a successful one.
     const std::optional<std::string> &errorMessage() const { return m_errorMessage; }
@@ -134,6 +136,8 @@ private:
     void runMonitoringStep();
     void reconcileSelection();
     ThreadList groupedThreads() const;
+    ThreadList unsortedVisibleThreads(const CalendarCutoffs &cutoffs) const;
+    void sortByTime(ThreadList &threads) const;
 
     OrvikThreadStore m_store;
     DashboardEnvironment m_environment;
@@ -144,6 +148,7 @@ private:
     bool m_loopAwaitsRefresh = false;
 
     ThreadList m_threads;
+    std::uint64_t m_threadsRevision = 0;
     bool m_isLoading = false;
     std::optional<std::string> m_errorMessage;
     std::optional<Instant> m_lastSyncedAt;

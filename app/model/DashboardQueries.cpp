@@ -52,27 +52,19 @@ bool passesRecency(Instant time, TaskRecencyFilter filter, const CalendarCutoffs
     return time < cutoffs.week;
 }
 
-/// Newest first or oldest first; equal times keep their order in both directions.
-void sortByTime(ThreadList &threads, bool newestFirst) {
-    std::stable_sort(threads.begin(), threads.end(),
-                     [newestFirst](const ThreadRecord &left, const ThreadRecord &right) {
-                         return newestFirst ? sortKey(left) > sortKey(right)
-                                            : sortKey(left) < sortKey(right);
-                     });
-}
-
-/// The threads of each project; a project is named as its first thread spells it.
-std::vector<std::pair<std::string, ThreadList>> byProject(const ThreadList &threads) {
-    std::vector<std::pair<std::string, ThreadList>> groups;
+/// What is gathered of each project; it is named as its first thread spells it.
+template <class Project, class Gather>
+std::vector<Project> byProject(const ThreadList &threads, Gather gather) {
+    std::vector<Project> projects;
     std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> positions;
     for (const ThreadRecord &thread : threads) {
-        const auto [entry, isNew] = positions.try_emplace(thread->project, groups.size());
+        const auto [entry, isNew] = positions.try_emplace(thread->project, projects.size());
         if (isNew) {
-            groups.emplace_back(thread->project, ThreadList());
+            projects.emplace_back().name = thread->project;
         }
-        groups[entry->second].second.push_back(thread);
+        gather(projects[entry->second], thread);
     }
-    return groups;
+    return projects;
 }
 
 /// Sorts by the given figure, largest first, and by name in the user's language where equal.
@@ -87,18 +79,6 @@ void sortProjects(std::vector<Project> &projects, const QLocale &locale, Figure 
                          return collator.compare(QString::fromStdString(left.name),
                                                  QString::fromStdString(right.name)) < 0;
                      });
-}
-
-ProjectSummary summarized(const std::string &name, const ThreadList &threads) {
-    ProjectSummary summary;
-    summary.name = name;
-    summary.count = threads.size();
-    for (const ThreadRecord &thread : threads) {
-        summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
-        summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;
-        summary.lastUpdated = std::max(summary.lastUpdated, thread->updatedAt);
-    }
-    return summary;
 }
 
 std::string needle(const std::string &query) { return canonicalForm(lowercased(trimmed(query))); }
@@ -150,8 +130,14 @@ std::size_t DashboardModel::count(TaskStatusFilter filter) const {
 ThreadList DashboardModel::visibleThreads() const { return visibleThreads(currentCutoffs()); }
 
 ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs) const {
+    ThreadList visible = unsortedVisibleThreads(cutoffs);
+    sortByTime(visible);
+    return visible;
+}
+
+ThreadList DashboardModel::unsortedVisibleThreads(const CalendarCutoffs &cutoffs) const {
     const std::string searched = needle(m_query);
-    ThreadList visible = filtered(m_threads, [&](const ThreadRecord &thread) {
+    return filtered(m_threads, [&](const ThreadRecord &thread) {
         if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
             return false;
         }
@@ -165,8 +151,17 @@ ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs) const 
                (m_source == "all" || canonicallyEqual(thread->source, m_source)) &&
                thread.searchText().find(searched) != std::string::npos;
     });
-    sortByTime(visible, m_newestFirst);
-    return visible;
+}
+
+/// Newest first or oldest first; equal times keep their order in both directions.
+void DashboardModel::sortByTime(ThreadList &threads) const {
+    const auto precedes = [this](const ThreadRecord &left, const ThreadRecord &right) {
+        return m_newestFirst ? sortKey(left) > sortKey(right) : sortKey(left) < sortKey(right);
+    };
+    // The store's order is this order but for few threads, and often without exception.
+    if (!std::is_sorted(threads.begin(), threads.end(), precedes)) {
+        std::stable_sort(threads.begin(), threads.end(), precedes);
+    }
 }
 
 std::vector<ThreadTimeGroup> DashboardModel::timeGroups() const {
@@ -209,20 +204,21 @@ ThreadList DashboardModel::groupedThreads() const {
 }
 
 std::vector<ProjectCount> DashboardModel::projects() const {
-    std::vector<ProjectCount> projects;
-    for (const auto &[name, threads] : byProject(groupedThreads())) {
-        projects.push_back({name, threads.size()});
-    }
+    auto projects = byProject<ProjectCount>(
+        groupedThreads(), [](ProjectCount &project, const ThreadRecord &) { ++project.count; });
     sortProjects(projects, m_environment.collationLocale,
                  [](const ProjectCount &project) { return project.count; });
     return projects;
 }
 
 std::vector<ProjectSummary> DashboardModel::projectSummaries() const {
-    std::vector<ProjectSummary> summaries;
-    for (const auto &[name, threads] : byProject(groupedThreads())) {
-        summaries.push_back(summarized(name, threads));
-    }
+    auto summaries = byProject<ProjectSummary>(
+        groupedThreads(), [](ProjectSummary &summary, const ThreadRecord &thread) {
+            ++summary.count;
+            summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
+            summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;
+            summary.lastUpdated = std::max(summary.lastUpdated, thread->updatedAt);
+        });
     sortProjects(summaries, m_environment.collationLocale, [](const ProjectSummary &summary) {
         return summary.lastUpdated.value_or(distantPast);
     });

@@ -43,22 +43,31 @@ void ProjectNavigation::showArchived() {
 }
 
 void ProjectNavigation::update() {
+    // Typing and selecting leave the counts alone, and counting takes long.
+    const std::pair counted(model()->threadsRevision(), model()->includeSubagents());
+    if (m_counted != counted) {
+        m_counted = counted;
+        countThreads();
+    }
     showProjects();
     m_allProjects = !model()->selectedProject();
     m_pinnedOnly = model()->pinnedOnly();
-    m_threadCount = QString::number(model()->rootThreads().size());
-    m_todayCount = QString::number(model()->todayCount());
     m_pinnedCount = QString::number(model()->pinnedIDs().size());
-    m_archivedCount = QString::number(model()->archivedCount());
     emit changed();
 }
 
+void ProjectNavigation::countThreads() {
+    m_largest = model()->projects();
+    m_largest.resize(std::min(m_largest.size(), mostProjects));
+    m_threadCount = QString::number(model()->rootThreads().size());
+    m_todayCount = QString::number(model()->todayCount());
+    m_archivedCount = QString::number(model()->archivedCount());
+}
+
 void ProjectNavigation::showProjects() {
-    std::vector<ProjectCount> projects = model()->projects();
-    projects.resize(std::min(projects.size(), mostProjects));
     std::vector<ProjectRow> rows;
-    rows.reserve(projects.size());
-    for (const ProjectCount &project : projects) {
+    rows.reserve(m_largest.size());
+    for (const ProjectCount &project : m_largest) {
         rows.push_back(projectRow(project, model()->selectedProject()));
     }
     m_projects.show(std::move(rows));

@@ -73,8 +73,12 @@ signals:
 
 private:
     void update() override;
+    void countThreads();
     void showProjects();
 
+    /// What the counts were taken of.
+    std::optional<std::pair<std::uint64_t, bool>> m_counted;
+    std::vector<ProjectCount> m_largest;
     ProjectRowList m_projects;
     bool m_allProjects = true;
     bool m_pinnedOnly = false;

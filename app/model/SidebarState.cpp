@@ -8,8 +8,11 @@ QString SidebarState::databaseLabel() const {
 
 void SidebarState::update() {
     m_readFailed = model()->errorMessage().has_value();
-    m_projectCount = QString::number(model()->projectCount());
-    m_runningCount = QString::number(model()->runningCount());
+    if (m_counted != model()->threadsRevision()) {
+        m_counted = model()->threadsRevision();
+        m_projectCount = QString::number(model()->projectCount());
+        m_runningCount = QString::number(model()->runningCount());
+    }
     emit changed();
 }
 

@@ -28,6 +28,7 @@ signals:
 private:
     void update() override;
 
+    std::optional<std::uint64_t> m_counted; ///< the revision of the threads that were counted
     bool m_readFailed = false;
     QString m_projectCount;
     QString m_runningCount;

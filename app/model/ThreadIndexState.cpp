@@ -37,13 +37,12 @@ QStringList ThreadIndexState::statusTitles() { return titles<TaskStatusFilter>()
 
 QStringList ThreadIndexState::recencyTitles() { return titles<TaskRecencyFilter>(); }
 
-QStringList ThreadIndexState::statusLabels() const {
-    QStringList labels;
+void ThreadIndexState::countThreads() {
+    m_statusLabels.clear();
     for (const TaskStatusFilter filter : allCases<TaskStatusFilter>) {
-        const std::size_t count = model() ? model()->count(filter) : 0;
-        labels.append(QStringLiteral("%1，%2 个任务").arg(text(title(filter))).arg(count));
+        m_statusLabels.append(
+            QStringLiteral("%1，%2 个任务").arg(text(title(filter))).arg(model()->count(filter)));
     }
-    return labels;
 }
 
 int ThreadIndexState::statusFilter() const {
@@ -91,6 +90,11 @@ void ThreadIndexState::update() {
     m_groups = std::make_shared<const std::vector<ThreadTimeGroup>>(
         DashboardModel::timeGroups(m_visible, cutoffs));
     m_contentIdentity = identity(*model());
+    const std::pair counted(model()->threadsRevision(), model()->selectedProject());
+    if (m_counted != counted) {
+        m_counted = counted;
+        countThreads();
+    }
     emit changed();
     emit evaluated();
 }

@@ -33,7 +33,7 @@ public:
     static QStringList statusTitles();
     static QStringList recencyTitles();
     /// Title and number of threads of each status, in words.
-    QStringList statusLabels() const;
+    QStringList statusLabels() const { return m_statusLabels; }
     /// Positions in statusTitles() and recencyTitles().
     int statusFilter() const;
     int recencyFilter() const;
@@ -67,7 +67,11 @@ signals:
 
 private:
     void update() override;
+    void countThreads();
 
+    /// What the status labels were counted of.
+    std::optional<std::pair<std::uint64_t, std::optional<std::string>>> m_counted;
+    QStringList m_statusLabels;
     ThreadList m_visible;
     std::shared_ptr<const std::vector<ThreadTimeGroup>> m_groups;
     Instant m_evaluatedAt;

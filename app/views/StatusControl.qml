@@ -36,7 +36,7 @@ SoftRaised {
                 width: (segments.width - (repeater.count - 1) * segments.spacing) / repeater.count
                 height: segments.height
                 chosen: control.index.statusFilter === index
-                Accessible.name: control.index.statusLabels[index]
+                Accessible.name: control.index.statusLabels[index] ?? ""
                 onClicked: control.index.chooseStatus(index)
 
                 SoftSurface {
