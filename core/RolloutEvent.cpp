@@ -3,7 +3,9 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace tallyview {
@@ -103,12 +105,51 @@ std::optional<ThreadRunState> decidedState(const Value &event) {
     return std::nullopt;
 }
 
+const char *find(const char *begin, const char *end, std::string_view text) {
+    const auto size = static_cast<std::size_t>(end - begin);
+    return static_cast<const char *>(memmem(begin, size, text.data(), text.size()));
+}
+
+bool contains(std::string_view line, std::string_view text) {
+    return find(line.data(), line.data() + line.size(), text) != nullptr;
+}
+
+/// Whether an escape stands for a letter or an underscore: \u005f, \u0061 to \u007a.
+bool hasEscapedLetter(std::string_view line) {
+    constexpr std::string_view prefix = "\\u00";
+    const char *const end = line.data() + line.size();
+    for (const char *at = line.data(); (at = find(at, end, prefix)) != nullptr;) {
+        at += prefix.size();
+        if (at < end && *at >= '5' && *at <= '7') {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Without parsing: false only for lines that decide nothing. The texts that decide are letters
+/// and underscores, so unless one of those is escaped they stand in the line as they are, quotes
+/// included.
+bool mayDecide(std::string_view line) {
+    constexpr std::array<std::string_view, 3> types{R"("task_started")", R"("task_complete")",
+                                                    R"("turn_aborted")"};
+    const auto isInLine = [&](std::string_view type) { return contains(line, type); };
+    return (isInLine(R"("event_msg")") && std::ranges::any_of(types, isInLine)) ||
+           hasEscapedLetter(line);
+}
+
 } // namespace
 
-RolloutEventParser::RolloutEventParser() : m_parser(std::make_unique<Parser>()) {}
+RolloutEventParser::RolloutEventParser() = default;
 RolloutEventParser::~RolloutEventParser() = default;
 
 std::optional<ThreadRunState> RolloutEventParser::decidedState(std::string_view line) {
+    if (!mayDecide(line)) {
+        return std::nullopt;
+    }
+    if (!m_parser) {
+        m_parser = std::make_unique<Parser>();
+    }
     Value value;
     // Some versions of the parser skip a byte order mark, which is no part of JSON.
     if (line.starts_with("\uFEFF") || parsed(*m_parser, line).get(value) != simdjson::SUCCESS) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace tallyview {
@@ -15,15 +16,16 @@ public:
     RolloutFile(const RolloutFile &) = delete;
     RolloutFile &operator=(const RolloutFile &) = delete;
 
-    /// In bytes, now; nothing when the file is closed or cannot tell.
-    std::optional<std::size_t> size() const;
+    /// In bytes, as it was when the file was opened; nothing when the file is closed.
+    std::optional<std::size_t> size() const { return m_size; }
 
-    /// Up to `length` bytes from `offset` on, empty at the end of the file; nothing when the
-    /// reading fails.
-    std::optional<std::string> read(std::size_t offset, std::size_t length) const;
+    /// Fills `bytes` from `offset` on and returns how many were there, 0 at the end of the file;
+    /// nothing when the reading fails.
+    std::optional<std::size_t> read(std::size_t offset, std::span<char> bytes) const;
 
 private:
     int m_descriptor = -1;
+    std::optional<std::size_t> m_size;
 };
 
 } // namespace tallyview
