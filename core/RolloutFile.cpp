@@ -14,30 +14,26 @@ bool isRegularFile(const std::string &path) {
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-std::optional<std::size_t> regularFileSize(int descriptor) {
-    struct stat status {};
-    const bool isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    return isRegular ? std::optional(static_cast<std::size_t>(status.st_size)) : std::nullopt;
-}
-
 } // namespace
 
-// Opening a device or a pipe can itself do something, so the path is looked at first. What is
-// open in the end is looked at again: the path may have changed its meaning in between.
+// Opening a device or a pipe can itself do something, so the path is looked at first. Should it
+// change its meaning in between, what is open then has no end or cannot be read.
 RolloutFile::RolloutFile(const std::string &path) {
     if (path.contains('\0') || !isRegularFile(path)) {
         return;
     }
     m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (m_descriptor >= 0) {
-        m_size = regularFileSize(m_descriptor);
-    }
 }
 
 RolloutFile::~RolloutFile() {
     if (m_descriptor >= 0) {
         close(m_descriptor);
     }
+}
+
+std::optional<std::size_t> RolloutFile::size() const {
+    const off_t end = lseek(m_descriptor, 0, SEEK_END);
+    return end < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(end));
 }
 
 std::optional<std::size_t> RolloutFile::read(std::size_t offset, std::span<char> bytes) const {

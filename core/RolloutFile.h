@@ -16,8 +16,8 @@ public:
     RolloutFile(const RolloutFile &) = delete;
     RolloutFile &operator=(const RolloutFile &) = delete;
 
-    /// In bytes, as it was when the file was opened; nothing when the file is closed.
-    std::optional<std::size_t> size() const { return m_size; }
+    /// In bytes, now; nothing when the file is closed or cannot tell.
+    std::optional<std::size_t> size() const;
 
     /// Fills `bytes` from `offset` on and returns how many were there, 0 at the end of the file;
     /// nothing when the reading fails.
@@ -25,7 +25,6 @@ public:
 
 private:
     int m_descriptor = -1;
-    std::optional<std::size_t> m_size;
 };
 
 } // namespace tallyview

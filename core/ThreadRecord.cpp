@@ -19,14 +19,17 @@ constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::model,       &ThreadRecord::Fields::reasoningEffort,
     &ThreadRecord::Fields::branch};
 
+// Each part for itself, because most are plain ASCII and quick: nothing that happens to a
+// letter depends on what stands beyond a blank.
 std::string makeSearchText(const ThreadRecord::Fields &fields) {
-    std::string joined = fields.title;
-    for (const std::string *part :
-         {&fields.preview, &fields.project, &fields.projectPath, &fields.branch, &fields.source}) {
+    std::string joined;
+    for (const std::string *part : {&fields.title, &fields.preview, &fields.project,
+                                    &fields.projectPath, &fields.branch, &fields.source}) {
+        joined += canonicalForm(lowercased(*part));
         joined += ' ';
-        joined += *part;
     }
-    return canonicalForm(lowercased(joined));
+    joined.pop_back();
+    return joined;
 }
 
 bool sameTexts(const ThreadRecord::Fields &left, const ThreadRecord::Fields &right) {

@@ -110,9 +110,9 @@ private:
 ///   follows them is known to be valid. Everything else never decodes, which is `completed`.
 class BackwardReading {
 public:
-    BackwardReading(const RolloutFile &file, std::size_t chunkSize)
+    BackwardReading(const RolloutFile &file, std::size_t size, std::size_t chunkSize)
         : m_file(file)
-        , m_offset(file.size().value_or(0))
+        , m_offset(size)
         , m_chunkSize(chunkSize) {}
 
     ThreadRunState result();
@@ -190,9 +190,9 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
                               : m_parser.decidedState(m_openLine.takeBehind(line));
 }
 
-/// Whether the last bytes of the file alone settle that it is `completed`. They do so when the
-/// last deciding line among those after the first one in them completes a task. Proof, for
-/// bytes that lie within the last piece of the file:
+/// What the last `length` bytes of the file alone decide: the last deciding line among those
+/// after the first one in them. If that completes a task, the answer for the file is
+/// `completed`. Proof, for bytes that lie within the last piece of the file:
 ///
 /// - Such a line is a whole line of any text that is decoded with all of these bytes at its
 ///   end: a line feed that is not half of a CR LF stands before it, and in front of that line
@@ -205,22 +205,33 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
 /// Lines that are cut, torn or no UTF-8 make no difference: the first one is left out, the
 /// others decide nothing in any reading. A task that started settles nothing, because the
 /// bytes before may be such that nothing decodes.
-bool endsCompleted(const RolloutFile &file, std::size_t length) {
-    const std::size_t size = file.size().value_or(0);
-    const std::size_t tailLength = std::min(size, length);
-    const std::optional<std::string> tail = readPiece(file, size - tailLength, tailLength);
+std::optional<ThreadRunState> tailState(const RolloutFile &file, std::size_t size,
+                                        std::size_t length) {
+    const std::optional<std::string> tail = readPiece(file, size - length, length);
     Lines lines(tail ? std::string_view(*tail) : std::string_view());
     RolloutEventParser parser;
     while (const auto line = lines.takeLast()) {
         if (const auto state = parser.decidedState(*line)) {
+            return state;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Whether a look at the end of the file settles that it is `completed`.
+bool endsCompleted(const RolloutFile &file, std::size_t size, std::size_t chunkSize) {
+    // Of 512 KiB, 4 KiB hold the end of nearly every task, 32 KiB that of one with a long report.
+    for (const std::size_t tailsPerPiece : {128U, 16U}) {
+        const std::size_t length = std::min(size, chunkSize / tailsPerPiece);
+        if (const auto state = tailState(file, size, length)) {
             return state == ThreadRunState::completed;
+        }
+        if (length == size) {
+            break;
         }
     }
     return false;
 }
-
-/// Of a piece, what is looked at first: 16 KiB of 512 KiB.
-constexpr std::size_t tailsPerPiece = 32;
 
 } // namespace
 
@@ -230,10 +241,11 @@ ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath,
         return ThreadRunState::completed;
     }
     const RolloutFile file(rolloutPath);
-    if (!file.size() || endsCompleted(file, m_chunkSize / tailsPerPiece)) {
+    const std::optional<std::size_t> size = file.size();
+    if (!size || endsCompleted(file, *size, m_chunkSize)) {
         return ThreadRunState::completed;
     }
-    return BackwardReading(file, m_chunkSize).result();
+    return BackwardReading(file, *size, m_chunkSize).result();
 }
 
 } // namespace tallyview

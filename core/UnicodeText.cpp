@@ -26,9 +26,8 @@ icu::StringPiece piece(std::string_view text) {
     return {text.data(), static_cast<std::int32_t>(text.size())};
 }
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0x80) == 0; });
+constexpr char asciiLowered(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
 template <class Predicate>
@@ -93,6 +92,15 @@ void visitCharacters(std::string_view text, Visitor visit) {
 
 } // namespace
 
+// Without an early way out, so that the compiler does many bytes at a time.
+bool isAscii(std::string_view text) {
+    unsigned char bits = 0;
+    for (const char byte : text) {
+        bits |= static_cast<unsigned char>(byte);
+    }
+    return bits < 0x80;
+}
+
 bool isValidUtf8(std::string_view bytes) {
     return simdjson::validate_utf8(bytes.data(), bytes.size());
 }
@@ -118,6 +126,11 @@ std::string_view trimmedBlanks(std::string_view text) {
 
 std::string lowercased(std::string_view text) {
     std::string result;
+    if (isAscii(text)) {
+        result = text;
+        std::ranges::transform(result, result.begin(), asciiLowered);
+        return result;
+    }
     Sink sink(&result, static_cast<std::int32_t>(text.size()));
     UErrorCode status = U_ZERO_ERROR;
     icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
@@ -134,6 +147,7 @@ std::string uppercased(std::string_view text) {
 
 std::vector<std::string_view> characters(std::string_view text) {
     std::vector<std::string_view> result;
+    result.reserve(text.size());
     visitCharacters(text, [&](std::string_view character) {
         result.push_back(character);
         return true;
@@ -161,6 +175,9 @@ std::string_view prefixCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string canonicalForm(std::string_view text) {
+    if (isAscii(text)) {
+        return std::string(text);
+    }
     UErrorCode status = U_ZERO_ERROR;
     const auto *const form = icu::Normalizer2::getNFCInstance(status);
     std::string result;

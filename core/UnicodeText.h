@@ -10,6 +10,7 @@
 /// grapheme cluster. Every function may be called from any thread.
 namespace tallyview {
 
+bool isAscii(std::string_view text);
 bool isValidUtf8(std::string_view bytes);
 /// Valid UTF-8: each maximal ill-formed subpart of `bytes` becomes U+FFFD.
 std::string decodedUtf8(std::string_view bytes);
