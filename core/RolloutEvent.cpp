@@ -103,12 +103,11 @@ std::optional<ThreadRunState> decidedState(const Value &event) {
     return std::nullopt;
 }
 
-/// 0 when the bytes from `at` on could begin the name of a type that decides, or an escape of a
+/// 0 when the bytes from `at` on could begin the name of a type that decides, or the escape of a
 /// letter. Bytewise and without a branch, so that the compiler does many at a time.
 unsigned char distanceFromTrace(const char *at) {
     const auto name = (at[0] ^ '"') | (at[1] ^ 't') | (at[5] ^ '_');
-    const auto escape = (at[0] ^ '\\') | (at[1] ^ 'u') | (at[2] ^ '0') | (at[3] ^ '0') |
-                        ((at[4] & 0xFC) ^ '4'); // 4 to 7
+    const auto escape = (at[0] ^ '\\') | (at[1] ^ 'u') | (at[2] ^ '0') | ((at[4] & 0xFC) ^ '4');
     return std::min(static_cast<unsigned char>(name), static_cast<unsigned char>(escape));
 }
 

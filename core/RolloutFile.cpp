@@ -9,31 +9,27 @@ namespace tallyview {
 
 namespace {
 
-bool isRegularFile(const std::string &path) {
+std::optional<std::size_t> regularFileSize(int descriptor) {
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    const bool isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return isRegular ? std::optional(static_cast<std::size_t>(status.st_size)) : std::nullopt;
 }
 
 } // namespace
 
-// Opening a device or a pipe can itself do something, so the path is looked at first. Should it
-// change its meaning in between, what is open then has no end or cannot be read.
+// The path may lead to a pipe or a terminal: opening it must neither wait nor take it over.
+// Looking at the path first would cost as much as opening it.
 RolloutFile::RolloutFile(const std::string &path) {
-    if (path.contains('\0') || !isRegularFile(path)) {
-        return;
+    if (!path.contains('\0')) {
+        m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+        m_size = regularFileSize(m_descriptor);
     }
-    m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
 }
 
 RolloutFile::~RolloutFile() {
     if (m_descriptor >= 0) {
         close(m_descriptor);
     }
-}
-
-std::optional<std::size_t> RolloutFile::size() const {
-    const off_t end = lseek(m_descriptor, 0, SEEK_END);
-    return end < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(end));
 }
 
 std::optional<std::size_t> RolloutFile::read(std::size_t offset, std::span<char> bytes) const {
