@@ -22,10 +22,16 @@ constexpr std::array<TextField, 9> textFields{
 // Each part for itself, because most are plain ASCII and quick: nothing that happens to a
 // letter depends on what stands beyond a blank.
 std::string makeSearchText(const ThreadRecord::Fields &fields) {
+    const std::array parts{&fields.title,       &fields.preview, &fields.project,
+                           &fields.projectPath, &fields.branch,  &fields.source};
+    std::size_t size = parts.size();
+    for (const std::string *part : parts) {
+        size += part->size();
+    }
     std::string joined;
-    for (const std::string *part : {&fields.title, &fields.preview, &fields.project,
-                                    &fields.projectPath, &fields.branch, &fields.source}) {
-        joined += canonicalForm(lowercased(*part));
+    joined.reserve(size);
+    for (const std::string *part : parts) {
+        appendSearchForm(joined, *part);
         joined += ' ';
     }
     joined.pop_back();

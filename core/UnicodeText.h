@@ -10,7 +10,6 @@
 /// grapheme cluster. Every function may be called from any thread.
 namespace tallyview {
 
-bool isAscii(std::string_view text);
 bool isValidUtf8(std::string_view bytes);
 /// Valid UTF-8: each maximal ill-formed subpart of `bytes` becomes U+FFFD.
 std::string decodedUtf8(std::string_view bytes);
@@ -31,6 +30,8 @@ std::string_view prefixCharacters(std::string_view text, std::size_t count);
 
 /// Normalization form C: equal for canonically equivalent texts.
 std::string canonicalForm(std::string_view text);
+/// Appends `text` lower-cased and in normalization form C.
+void appendSearchForm(std::string &result, std::string_view text);
 /// Whether two texts are canonically equivalent.
 bool canonicallyEqual(std::string_view left, std::string_view right);
 
