@@ -156,6 +156,8 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
         return std::unexpected(failure(Kind::openFailed, handle));
     }
     sqlite3_busy_timeout(handle, busyTimeoutMilliseconds);
+    // Sorts in memory: the agent's texts stay out of temporary files.
+    sqlite3_exec(handle, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
     return connection;
 }
 

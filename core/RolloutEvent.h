@@ -27,6 +27,7 @@ public:
 
 private:
     class Parser;
+    /// Made when the first line needs it.
     std::unique_ptr<Parser> m_parser;
 };
 

@@ -8,6 +8,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 namespace tallyview::TextSanitizer {
@@ -60,12 +61,23 @@ std::string joined(const std::vector<std::string_view> &parts) {
     return result;
 }
 
-/// The last part of a path of `pieces` that is not empty.
-std::string lastPart(const std::vector<std::string_view> &pieces) {
-    const auto end = std::ranges::find_if_not(pieces.rbegin(), pieces.rend(),
-                                              [](auto piece) { return piece == "/"; });
-    const auto begin = std::find(end, pieces.rend(), std::string_view("/"));
-    return joined({begin.base(), end.base()});
+using Characters = std::span<const std::string_view>;
+
+/// What neighbouring characters of one text span.
+std::string_view spanned(Characters characters) {
+    if (characters.empty()) {
+        return {};
+    }
+    const std::string_view last = characters.back();
+    return {characters.front().data(), last.data() + last.size()};
+}
+
+/// The last part of a path that is not empty.
+std::string_view lastPart(Characters path) {
+    const auto isSlash = [](std::string_view character) { return character == "/"; };
+    const auto end = std::ranges::find_if_not(path.rbegin(), path.rend(), isSlash);
+    const auto begin = std::find_if(end, path.rend(), isSlash);
+    return spanned({begin.base(), end.base()});
 }
 
 } // namespace
@@ -92,11 +104,11 @@ std::string projectName(std::string_view path, std::string_view homeDirectory) {
     while (pieces.size() >= 2 && pieces.back() == "/") {
         pieces.pop_back();
     }
-    if (canonicallyEqual(joined(pieces), homeDirectory)) {
+    if (canonicallyEqual(spanned(pieces), homeDirectory)) {
         return "Home";
     }
-    const std::string name = lastPart(pieces);
-    return name.empty() ? std::string(given) : name;
+    const std::string_view name = lastPart(pieces);
+    return std::string(name.empty() ? given : name);
 }
 
 std::string projectCode(std::string_view name) {

@@ -19,14 +19,23 @@ constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::model,       &ThreadRecord::Fields::reasoningEffort,
     &ThreadRecord::Fields::branch};
 
+// Each part for itself, because most are plain ASCII and quick: nothing that happens to a
+// letter depends on what stands beyond a blank.
 std::string makeSearchText(const ThreadRecord::Fields &fields) {
-    std::string joined = fields.title;
-    for (const std::string *part :
-         {&fields.preview, &fields.project, &fields.projectPath, &fields.branch, &fields.source}) {
-        joined += ' ';
-        joined += *part;
+    const std::array parts{&fields.title,       &fields.preview, &fields.project,
+                           &fields.projectPath, &fields.branch,  &fields.source};
+    std::size_t size = parts.size();
+    for (const std::string *part : parts) {
+        size += part->size();
     }
-    return canonicalForm(lowercased(joined));
+    std::string joined;
+    joined.reserve(size);
+    for (const std::string *part : parts) {
+        appendSearchForm(joined, *part);
+        joined += ' ';
+    }
+    joined.pop_back();
+    return joined;
 }
 
 bool sameTexts(const ThreadRecord::Fields &left, const ThreadRecord::Fields &right) {

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <span>
 
 namespace tallyview {
 
@@ -26,9 +27,12 @@ icu::StringPiece piece(std::string_view text) {
     return {text.data(), static_cast<std::int32_t>(text.size())};
 }
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0x80) == 0; });
+void appendPlainLowered(std::string &result, std::string_view text) {
+    const std::size_t size = result.size();
+    result += text;
+    for (char &byte : std::span(result).subspan(size)) {
+        byte = static_cast<char>(byte + (byte >= 'A' && byte <= 'Z' ? 'a' - 'A' : 0));
+    }
 }
 
 template <class Predicate>
@@ -58,10 +62,33 @@ std::unique_ptr<icu::BreakIterator> makeCharacterIterator() {
     return std::unique_ptr<icu::BreakIterator>(prototype->clone());
 }
 
+// Both without an early way out, so that the compiler does many bytes at a time.
+
+bool isAscii(std::string_view text) {
+    unsigned char bits = 0;
+    for (const char byte : text) {
+        bits |= static_cast<unsigned char>(byte);
+    }
+    return bits < 0x80;
+}
+
+/// Whether there is nothing but ASCII and U+4000 to U+9FFF, mostly ideographs: all in normal form,
+/// none but A to Z with a lower case, none that joins its neighbours, CR LF apart.
+bool isPlain(std::string_view text) {
+    unsigned char others = 0;
+    for (const char byte : text) {
+        const auto value = static_cast<unsigned char>(byte);
+        const auto fromFirstHan = static_cast<unsigned char>(value - 0xE4);
+        others |= static_cast<unsigned char>((value >= 0xC0) & (fromFirstHan > 5));
+    }
+    return others == 0;
+}
+
 template <class Visitor>
-void visitAsciiCharacters(std::string_view text, Visitor visit) {
+void visitPlainCharacters(std::string_view text, Visitor visit) {
     for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t length = text.substr(begin).starts_with("\r\n") ? 2 : 1;
+        const std::size_t length =
+            text.substr(begin).starts_with("\r\n") ? 2 : codePointLength(text, begin);
         if (!visit(text.substr(begin, length))) {
             return;
         }
@@ -72,8 +99,8 @@ void visitAsciiCharacters(std::string_view text, Visitor visit) {
 /// Calls `visit` with each character until it returns false.
 template <class Visitor>
 void visitCharacters(std::string_view text, Visitor visit) {
-    if (isAscii(text)) {
-        visitAsciiCharacters(text, visit);
+    if (isPlain(text)) {
+        visitPlainCharacters(text, visit);
         return;
     }
     UErrorCode status = U_ZERO_ERROR;
@@ -134,6 +161,7 @@ std::string uppercased(std::string_view text) {
 
 std::vector<std::string_view> characters(std::string_view text) {
     std::vector<std::string_view> result;
+    result.reserve(text.size());
     visitCharacters(text, [&](std::string_view character) {
         result.push_back(character);
         return true;
@@ -167,6 +195,14 @@ std::string canonicalForm(std::string_view text) {
     Sink sink(&result, static_cast<std::int32_t>(text.size()));
     form->normalizeUTF8(0, piece(text), sink, nullptr, status);
     return result;
+}
+
+void appendSearchForm(std::string &result, std::string_view text) {
+    if (isPlain(text)) {
+        appendPlainLowered(result, text);
+    } else {
+        result += canonicalForm(lowercased(text));
+    }
 }
 
 bool canonicallyEqual(std::string_view left, std::string_view right) {

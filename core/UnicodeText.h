@@ -30,6 +30,8 @@ std::string_view prefixCharacters(std::string_view text, std::size_t count);
 
 /// Normalization form C: equal for canonically equivalent texts.
 std::string canonicalForm(std::string_view text);
+/// Appends `text` lower-cased and in normalization form C.
+void appendSearchForm(std::string &result, std::string_view text);
 /// Whether two texts are canonically equivalent.
 bool canonicallyEqual(std::string_view left, std::string_view right);
 

@@ -72,5 +72,25 @@ TEST(RolloutEventParser, readsDecidingEventsOnly) {
     }
 }
 
+TEST(RolloutEventParser, overlooksNoTypeWhereverItStandsAndHoweverItIsWritten) {
+    const std::vector<std::pair<std::string, char>> types{
+        {"task_started", 'r'},         {R"(\u0074ask_started)", 'r'},
+        {R"(t\u0061sk_started)", 'r'}, {R"(ta\u0073k_started)", 'r'},
+        {R"(task\u005Fstarted)", 'r'}, {R"(tur\u006e_aborted)", 'c'},
+        {"task_complete", 'c'},        {R"(tas\u004b_started)", '-'},
+        {R"(\\u0074ask_started)", '-'}};
+    RolloutEventParser parser;
+    for (const auto &[type, state] : types) {
+        for (std::size_t length = 0; length < 300; ++length) {
+            const std::string before = R"({"n":")" + std::string(length, 'x');
+            const std::string after = std::string(299 - length, 'x') + R"("})";
+            const std::string event =
+                R"(","type":"event_msg","payload":{"type":")" + type + R"("},"o":")";
+            ASSERT_EQ(decided(parser, before + event + after), state) << type << ' ' << length;
+            ASSERT_EQ(decided(parser, before + event + "\"}"), state) << type << ' ' << length;
+        }
+    }
+}
+
 } // namespace
 } // namespace tallyview

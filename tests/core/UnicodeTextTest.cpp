@@ -3,6 +3,7 @@
 #include "core/Precondition.h"
 
 #include <gtest/gtest.h>
+#include <unicode/unistr.h>
 
 #include <string>
 #include <utility>
@@ -88,6 +89,28 @@ TEST(UnicodeText, percentEncodesWhatAPathMayNotHold) {
 TEST(PreconditionDeathTest, namesTheFaultAndAborts) {
     EXPECT_EXIT(preconditionFailure("no 100%s"), testing::KilledBySignal(SIGABRT),
                 "^Fatal error: no 100%s\n$");
+}
+
+std::string searchForm(std::string_view text) {
+    std::string result = "x";
+    appendSearchForm(result, text);
+    return result.substr(1);
+}
+
+TEST(UnicodeText, takesNoShortCutThatChangesATextOrItsCharacters) {
+    for (UChar32 codePoint = 1; codePoint <= 0xFFFF; ++codePoint) {
+        if (U_IS_SURROGATE(codePoint)) {
+            continue;
+        }
+        std::string letter;
+        icu::UnicodeString(codePoint).toUTF8String(letter);
+        for (const std::string &text : {"AZ@[" + letter, letter + "\u6587a\u0301"}) {
+            ASSERT_EQ(searchForm(text), canonicalForm(lowercased(text))) << text;
+        }
+        // A mark beside it takes the text off every short cut.
+        const std::string plain = "a" + letter + "文/" + letter + "\r\n";
+        ASSERT_EQ(characterCount(plain) + 2, characterCount(plain + "/\u0301-")) << codePoint;
+    }
 }
 
 } // namespace
