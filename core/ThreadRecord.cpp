@@ -2,6 +2,7 @@
 
 #include "core/UnicodeText.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -98,6 +99,17 @@ std::size_t ThreadRecord::hash() const {
     hasher.feed(fields.isSubagent);
     hasher.feed(rawValue(fields.runState));
     return hasher.result();
+}
+
+std::size_t positionOf(std::span<const ThreadRecord> threads, std::string_view id) {
+    // Nearly always the bytes are the same, which is quick to see.
+    auto found = std::ranges::find(threads, id, &ThreadRecord::id);
+    if (found == threads.end()) {
+        found = std::ranges::find_if(threads, [id](const ThreadRecord &thread) {
+            return canonicallyEqual(thread.id(), id);
+        });
+    }
+    return static_cast<std::size_t>(found - threads.begin());
 }
 
 } // namespace tallyview

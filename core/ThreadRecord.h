@@ -8,7 +8,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace tallyview {
 
@@ -65,6 +67,9 @@ private:
     };
     std::shared_ptr<const Data> m_data;
 };
+
+/// Where the thread with an id stands in a list whose ids differ; the list's size when nowhere.
+std::size_t positionOf(std::span<const ThreadRecord> threads, std::string_view id);
 
 } // namespace tallyview
 

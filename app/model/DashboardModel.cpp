@@ -179,13 +179,9 @@ void DashboardModel::clearFilters() {
 
 namespace {
 
-/// The position of the thread with the given id, or the size of the list.
+/// The size of the list where no thread is selected.
 std::size_t position(const ThreadList &threads, const std::optional<std::string> &id) {
-    const auto found =
-        std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
-            return id && canonicallyEqual(thread.id(), *id);
-        });
-    return static_cast<std::size_t>(found - threads.begin());
+    return id ? positionOf(threads, *id) : threads.size();
 }
 
 } // namespace

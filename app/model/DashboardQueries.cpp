@@ -236,14 +236,11 @@ bool DashboardModel::hasExtraFiltersIgnoringProject() const {
 }
 
 std::optional<ThreadRecord> DashboardModel::selectedThread() const {
-    if (m_selectedThreadID) {
-        for (const ThreadRecord &thread : m_threads) {
-            if (canonicallyEqual(thread.id(), *m_selectedThreadID)) {
-                return thread;
-            }
-        }
+    if (!m_selectedThreadID) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    const std::size_t position = positionOf(m_threads, *m_selectedThreadID);
+    return position < m_threads.size() ? std::optional(m_threads[position]) : std::nullopt;
 }
 
 } // namespace tallyview

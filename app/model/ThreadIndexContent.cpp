@@ -134,12 +134,9 @@ std::optional<double> ThreadIndexContent::topOf(std::string_view id,
             continue;
         }
         const ThreadList &threads = (*m_groups)[group].threads;
-        const auto found =
-            std::find_if(threads.begin(), threads.end(), [&](const ThreadRecord &thread) {
-                return canonicallyEqual(thread.id(), id);
-            });
-        if (found != threads.end()) {
-            top = m_layout.rowTop(group, static_cast<std::size_t>(found - threads.begin()));
+        const std::size_t row = positionOf(threads, id);
+        if (row < threads.size()) {
+            top = m_layout.rowTop(group, row);
         }
     }
     return top;

@@ -8,7 +8,7 @@
 #include "app/shell/WindowAppearance.h"
 #include "app/shell/Workspace.h"
 #include "tests/model/ModelFixture.h"
-#include "tests/support/SceneProbe.h"
+#include "tests/views/SceneProbe.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/model/ModelFixture.h"
-#include "tests/support/SceneProbe.h"
+#include "tests/views/SceneProbe.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>

@@ -1,4 +1,4 @@
-#include "tests/support/SceneProbe.h"
+#include "tests/views/SceneProbe.h"
 
 #include "app/theme/SoftFont.h"
 #include "app/theme/SoftPalette.h"
