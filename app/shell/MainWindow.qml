@@ -37,7 +37,7 @@ T.ApplicationWindow {
         target: SoftTheme
         property: "reducedMotion"
         // Nothing moves, and costs time, in a window that nobody sees.
-        value: window.appearance.reducedMotion || window.visibility === Window.Hidden || window.visibility === Window.Minimized
+        value: window.appearance.reducedMotion || !window.visible || window.visibility === Window.Minimized
     }
     ContentView {
         anchors.fill: parent

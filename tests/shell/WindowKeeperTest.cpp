@@ -2,6 +2,7 @@
 
 #include "app/platform/IniUserDefaults.h"
 #include "app/shell/WindowFrame.h"
+#include "app/theme/SoftTheme.h"
 #include "tests/shell/ShellFixture.h"
 
 #include <memory>
@@ -129,14 +130,19 @@ private slots:
 
     // The menu's keys, the model and the list go on where they were.
     void comesBackAfterItWasClosed() {
-        ShellFixture f({{.id = "a", .age = 0}, {.id = "b", .age = 1}, {.id = "c", .age = 2}});
+        ShellFixture f({{.id = "a", .age = 0}, {.id = "b", .age = 1}, {.id = "c", .age = 2}}, {},
+                       true);
         WindowKeeper keeper(*f.window, f.defaults);
+        auto *theme = qmlEngine(f.window)->singletonInstance<SoftTheme *>(
+            qmlTypeId("Orvik.Tallyview.Theme", 1, 0, "SoftTheme"));
         f.press(Qt::Key_Down);
         QCOMPARE(f.model.selectedThreadID(), "b");
         for (int time = 0; time < 2; ++time) {
             QVERIFY(f.window->close());
             QVERIFY(!f.window->isVisible());
+            QTRY_VERIFY(theme->property("reducedMotion").toBool()); // nothing pulses unseen
             keeper.present({});
+            QTRY_VERIFY(!theme->property("reducedMotion").toBool());
             QVERIFY(QTest::qWaitForWindowActive(f.window));
             f.settle();
         }
