@@ -4,7 +4,8 @@ import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
-// The application's one window. Its sizes are those of the content; the menu bar comes on top.
+// The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar
+// comes on top.
 T.ApplicationWindow {
     id: window
 
@@ -20,7 +21,6 @@ T.ApplicationWindow {
     minimumWidth: 1100
     minimumHeight: 700 + bar.implicitHeight
     color: SoftTheme.canvas
-    visible: true
     menuBar: AppMenuBar {
         id: bar
 
@@ -36,7 +36,8 @@ T.ApplicationWindow {
     Binding {
         target: SoftTheme
         property: "reducedMotion"
-        value: window.appearance.reducedMotion
+        // Nothing moves, and costs time, in a window that nobody sees.
+        value: window.appearance.reducedMotion || !window.visible || window.visibility === Window.Minimized
     }
     ContentView {
         anchors.fill: parent

@@ -1,13 +1,17 @@
 #include "app/shell/OrvikTallyviewApp.h"
 
+#include "app/platform/FreedesktopInstance.h"
+#include "app/platform/TerminationSignals.h"
+
 #include <QDir>
 #include <QGuiApplication>
 #include <QQuickWindow>
 
 namespace tallyview {
 
-OrvikTallyviewApp::OrvikTallyviewApp()
-    : m_notifications(m_notificationCenter, m_defaults, m_urlOpener, systemNow)
+OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
+    : m_instance(instance)
+    , m_notifications(m_notificationCenter, m_defaults, m_urlOpener, systemNow)
     , m_appDelegate(m_notifications)
     , m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
     , m_commands(m_model, m_notifications)
@@ -24,8 +28,19 @@ std::filesystem::path OrvikTallyviewApp::databaseURL() {
            ".orvik/state_5.sqlite";
 }
 
-bool OrvikTallyviewApp::start() {
+bool OrvikTallyviewApp::start(const QString &activationToken) {
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     m_appDelegate.applicationDidFinishLaunching();
+    if (!loadWindow()) {
+        return false;
+    }
+    QObject::connect(&m_instance, &ApplicationInstance::activated, &*m_windowKeeper,
+                     &WindowKeeper::present);
+    m_windowKeeper->present(activationToken);
+    return true;
+}
+
+bool OrvikTallyviewApp::loadWindow() {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
@@ -34,17 +49,35 @@ bool OrvikTallyviewApp::start() {
          {QStringLiteral("layout"), QVariant::fromValue(&m_layout)},
          {QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml")));
-    return !m_engine.rootObjects().isEmpty();
+    auto *window = qobject_cast<QWindow *>(m_engine.rootObjects().value(0));
+    if (window) {
+        m_windowKeeper.emplace(*window, m_defaults);
+    }
+    return window != nullptr;
 }
 
 int runTallyview(int argc, char **argv) {
+    const QString activationToken = FreedesktopInstance::environmentToken();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvik Tallyview"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.orvik.Tallyview"));
-    OrvikTallyviewApp app;
-    return app.start() ? QGuiApplication::exec() : EXIT_FAILURE;
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::received, &application,
+                     &QCoreApplication::quit);
+
+    FreedesktopInstance instance;
+    const auto role = instance.claim(activationToken);
+    if (!role) {
+        qCritical("Orvik Tallyview runs already but does not answer: %s", qPrintable(role.error()));
+        return EXIT_FAILURE;
+    }
+    if (*role == ApplicationInstance::Role::handedOver) {
+        return EXIT_SUCCESS;
+    }
+    OrvikTallyviewApp app(instance);
+    return app.start(activationToken) ? QGuiApplication::exec() : EXIT_FAILURE;
 }
 
 } // namespace tallyview

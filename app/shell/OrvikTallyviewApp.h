@@ -2,6 +2,7 @@
 
 #include "app/model/DashboardModel.h"
 #include "app/model/TaskNotificationService.h"
+#include "app/platform/ApplicationInstance.h"
 #include "app/platform/DesktopUrlOpener.h"
 #include "app/platform/FreedesktopAppearance.h"
 #include "app/platform/FreedesktopNotificationCenter.h"
@@ -10,28 +11,35 @@
 #include "app/shell/AppDelegate.h"
 #include "app/shell/LayoutSettings.h"
 #include "app/shell/WindowAppearance.h"
+#include "app/shell/WindowKeeper.h"
 #include "app/shell/Workspace.h"
 
 #include <QQmlApplicationEngine>
 
 #include <filesystem>
+#include <optional>
 
 namespace tallyview {
 
 /// The application: owns the one model, the desktop behind it and the window. Main thread; lives
-/// as long as the process.
+/// as long as the process, which goes on when the window is closed: the model keeps watching and
+/// the window shows again when the application is activated.
 class OrvikTallyviewApp {
 public:
-    /// Needs a QGuiApplication.
-    OrvikTallyviewApp();
+    /// Needs a QGuiApplication. `instance` is the session's one and outlives the application.
+    explicit OrvikTallyviewApp(const ApplicationInstance &instance);
 
-    /// Opens the window. False when it could not be loaded; standard error says why.
-    bool start();
+    /// Opens the window; `activationToken` (may be empty) is the leave to open it in front. False
+    /// when it could not be loaded; standard error says why.
+    bool start(const QString &activationToken);
 
     /// Where the agent keeps its state, in the current user's home directory.
     static std::filesystem::path databaseURL();
 
 private:
+    bool loadWindow();
+
+    const ApplicationInstance &m_instance;
     IniUserDefaults m_defaults;
     DesktopUrlOpener m_urlOpener;
     FreedesktopAppearance m_appearance;
@@ -44,9 +52,11 @@ private:
     LayoutSettings m_layout;
     Workspace m_workspace;
     QQmlApplicationEngine m_engine;
+    std::optional<WindowKeeper> m_windowKeeper; ///< of the engine's window
 };
 
-/// The process: runs the application until the user quits. Returns the exit status.
+/// The process: runs the application until the user or the end of the session quits it, or has
+/// the one that runs already show its window. Returns the exit status.
 int runTallyview(int argc, char **argv);
 
 } // namespace tallyview

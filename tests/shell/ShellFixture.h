@@ -62,6 +62,7 @@ public:
                                        {"workspace", QVariant::fromValue(&workspace)}});
         m_engine.load(QUrl("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml"));
         window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+        window->show();
         window->requestActivate();
         [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window);
         [[maybe_unused]] const bool read = QTest::qWaitFor([this] { return !model.isLoading(); });

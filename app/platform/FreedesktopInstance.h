@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/platform/ApplicationInstance.h"
+
+#include <QDBusConnection>
+#include <QStringList>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <chrono>
+
+class QDeadlineTimer;
+
+namespace tallyview {
+
+/// One process per session by a name on the session bus, `org.orvik.Tallyview`, which it keeps as
+/// long as the connection lasts; starts are told over `org.freedesktop.Application`. Without a
+/// bus every process is the primary.
+class FreedesktopInstance : public ApplicationInstance {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    /// `patience` bounds claim().
+    explicit FreedesktopInstance(const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                                 std::chrono::milliseconds patience = std::chrono::seconds(2),
+                                 QObject *parent = nullptr);
+
+    std::expected<Role, QString> claim(const QString &activationToken) override;
+
+    /// The leave that the launcher gave this process, or nothing. To be read before the
+    /// QGuiApplication is made, which takes some of it away.
+    static QString environmentToken();
+
+    // The interface on the bus, which has to be public. There is nothing to open and no action:
+    // both show the window.
+    Q_SCRIPTABLE Q_SLOT void Activate(const QVariantMap &platformData);
+    Q_SCRIPTABLE Q_SLOT void Open(const QStringList &uris, const QVariantMap &platformData);
+    Q_SCRIPTABLE Q_SLOT void ActivateAction(const QString &action, const QVariantList &parameters,
+                                            const QVariantMap &platformData);
+
+private:
+    bool takeName(const QDeadlineTimer &deadline);
+
+    QDBusConnection m_bus;
+    std::chrono::milliseconds m_patience;
+};
+
+} // namespace tallyview

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+#include <QTimer>
+
+#include <optional>
+
+class QWindow;
+
+namespace tallyview {
+
+class UserDefaults;
+
+/// Shows the application's one window as the user left it, and remembers how they leave it: where
+/// it stands and how large it is ("windowFrame": x, y, width and height in points, of the window
+/// while it is not maximized) and whether it is maximized ("windowMaximized"). Main thread.
+class WindowKeeper : public QObject {
+    Q_OBJECT
+
+public:
+    /// The window is not shown yet and has its default size. Both outlive this object.
+    WindowKeeper(QWindow &window, UserDefaults &defaults);
+
+    /// Shows the window, also one that is closed or minimized, and brings it to the front as far
+    /// as the desktop gives leave. Where none was remembered the desktop chooses its place.
+    void present(const QString &activationToken);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    std::optional<QRect> rememberedFrame() const;
+    void restoreFrame();
+    void show();
+    void remember();
+
+    QWindow &m_window;
+    UserDefaults &m_defaults;
+    QTimer m_settled;
+};
+
+} // namespace tallyview

@@ -1,0 +1,194 @@
+#include "app/platform/FreedesktopInstance.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+#include <memory>
+
+using namespace tallyview;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString name = "org.orvik.Tallyview";
+
+QDBusConnection busOf(const QString &process) {
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, process);
+}
+
+QString text(const std::expected<ApplicationInstance::Role, QString> &outcome) {
+    if (!outcome) {
+        return "error: " + outcome.error();
+    }
+    return *outcome == ApplicationInstance::Role::primary ? "primary" : "handed over";
+}
+
+/// What claim() answers in another process, while this one serves the bus.
+QString startAnother(const QString &token = {}, std::chrono::milliseconds patience = 5s) {
+    QString outcome;
+    const std::unique_ptr<QThread> process(QThread::create([&] {
+        outcome = text(FreedesktopInstance(busOf("another"), patience).claim(token));
+        QDBusConnection::disconnectFromBus("another");
+    }));
+    process->start();
+    [[maybe_unused]] const bool ended =
+        QTest::qWaitFor([&] { return process->isFinished(); }, 10'000);
+    process->wait();
+    return outcome;
+}
+
+/// Calls the application as a launcher does.
+bool launch(const QString &method, const QVariantList &arguments) {
+    const auto launcher = busOf("launcher");
+    QDBusMessage call = QDBusMessage::createMethodCall(name, "/org/orvik/Tallyview",
+                                                       "org.freedesktop.Application", method);
+    call.setArguments(arguments);
+    const QDBusPendingCall pending = launcher.asyncCall(call);
+    return QTest::qWaitFor([&] { return pending.isFinished(); }) && !pending.isError();
+}
+
+} // namespace
+
+/// Another process that has the name and never answers.
+class SilentApplication : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    explicit SilentApplication(bool endsWhenAsked) : m_endsWhenAsked(endsWhenAsked) {
+        auto bus = busOf("first");
+        bus.registerObject("/org/orvik/Tallyview", this, QDBusConnection::ExportAllSlots);
+        bus.registerService(name);
+        moveToThread(&m_process);
+        m_process.start();
+    }
+    ~SilentApplication() override {
+        m_process.quit();
+        m_process.wait();
+    }
+
+    Q_SLOT void Activate(const QVariantMap &) {
+        setDelayedReply(true);
+        if (m_endsWhenAsked) {
+            QTimer::singleShot(0, this, [] { QDBusConnection::disconnectFromBus("first"); });
+        }
+    }
+
+private:
+    bool m_endsWhenAsked;
+    QThread m_process;
+};
+
+class FreedesktopInstanceTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() {
+        for (const char *process : {"first", "launcher"}) {
+            QDBusConnection::disconnectFromBus(process);
+        }
+        QTRY_VERIFY(!busOf("observer").interface()->isServiceRegistered(name));
+    }
+
+    void asksTheOneThatRuns_data() {
+        QTest::addColumn<QString>("token");
+        QTest::newRow("without leave") << QString();
+        QTest::newRow("with leave") << QString("launcher_TIME42");
+    }
+    void asksTheOneThatRuns() {
+        QFETCH(QString, token);
+        FreedesktopInstance first(busOf("first"));
+        const QSignalSpy activated(&first, &ApplicationInstance::activated);
+        QCOMPARE(text(first.claim("its own leave")), "primary");
+        QCOMPARE(startAnother(token), "handed over");
+        QCOMPARE(startAnother(token), "handed over");
+        QCOMPARE(activated.count(), 2);
+        QCOMPARE(activated[1][0].toString(), token);
+    }
+
+    void takesThePlaceOfOneThatIsGone() {
+        auto first = std::make_unique<FreedesktopInstance>(busOf("first"));
+        QCOMPARE(text(first->claim({})), "primary");
+        first.reset();
+        QDBusConnection::disconnectFromBus("first");
+        QCOMPARE(startAnother(), "primary");
+    }
+
+    void takesThePlaceOfOneThatEndsWhenAsked() {
+        const SilentApplication ending(true);
+        QCOMPARE(text(FreedesktopInstance(busOf("launcher"), 5s).claim({})), "primary");
+    }
+
+    void doesNotJoinOneThatDoesNotAnswer() {
+        const SilentApplication silent(false);
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(text(FreedesktopInstance(busOf("launcher"), 200ms).claim({}))
+                    .startsWith("error: Did not receive a reply"));
+        QVERIFY(time.elapsed() < 5'000);
+    }
+
+    void doesNotJoinOneThatCannotAnswer() {
+        QVERIFY(busOf("first").registerService(name));
+        QCOMPARE(startAnother(), "error: No such object path '/org/orvik/Tallyview'");
+    }
+
+    void runsWithoutABus() {
+        FreedesktopInstance alone(QDBusConnection("no such connection"));
+        QCOMPARE(text(alone.claim("leave")), "primary");
+    }
+
+    void launchersShowTheWindow_data() {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QVariantList>("arguments");
+        QTest::addColumn<QString>("token");
+        const QVariantMap none;
+        const QVariantMap wayland{{"activation-token", "w"}};
+        const QVariantMap x11{{"desktop-startup-id", "x"}};
+        const QVariantMap both{{"activation-token", "w"}, {"desktop-startup-id", "x"}};
+        const QVariantMap odd{{"activation-token", 7}, {"desktop-startup-id", QStringList("x")}};
+        QTest::newRow("Activate") << "Activate" << QVariantList{none} << "";
+        QTest::newRow("Wayland") << "Activate" << QVariantList{wayland} << "w";
+        QTest::newRow("X11") << "Activate" << QVariantList{x11} << "x";
+        QTest::newRow("both") << "Activate" << QVariantList{both} << "w";
+        QTest::newRow("odd types") << "Activate" << QVariantList{odd} << "7";
+        QTest::newRow("Open") << "Open" << QVariantList{QStringList("file:///a"), x11} << "x";
+        QTest::newRow("ActivateAction")
+            << "ActivateAction" << QVariantList{"quit", QVariantList{1}, wayland} << "w";
+    }
+    void launchersShowTheWindow() {
+        QFETCH(QString, method);
+        QFETCH(QVariantList, arguments);
+        FreedesktopInstance first(busOf("first"));
+        const QSignalSpy activated(&first, &ApplicationInstance::activated);
+        QCOMPARE(text(first.claim({})), "primary");
+        QVERIFY(launch(method, arguments));
+        QCOMPARE(activated.count(), 1);
+        QTEST(activated[0][0].toString(), "token");
+    }
+
+    void readsTheLeaveItWasGiven_data() {
+        QTest::addColumn<QByteArray>("wayland");
+        QTest::addColumn<QByteArray>("x11");
+        QTest::addColumn<QString>("token");
+        QTest::newRow("none") << QByteArray() << QByteArray() << "";
+        QTest::newRow("Wayland") << QByteArray("w") << QByteArray("x") << "w";
+        QTest::newRow("X11") << QByteArray() << QByteArray("x") << "x";
+    }
+    void readsTheLeaveItWasGiven() {
+        QFETCH(QByteArray, wayland);
+        QFETCH(QByteArray, x11);
+        qputenv("XDG_ACTIVATION_TOKEN", wayland);
+        qputenv("DESKTOP_STARTUP_ID", x11);
+        QTEST(FreedesktopInstance::environmentToken(), "token");
+    }
+};
+
+QTEST_GUILESS_MAIN(FreedesktopInstanceTest)
+#include "FreedesktopInstanceTest.moc"

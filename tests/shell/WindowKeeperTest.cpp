@@ -1,0 +1,156 @@
+#include "app/shell/WindowKeeper.h"
+
+#include "app/platform/IniUserDefaults.h"
+#include "app/shell/WindowFrame.h"
+#include "app/theme/SoftTheme.h"
+#include "tests/shell/ShellFixture.h"
+
+#include <memory>
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+namespace {
+
+constexpr QSize minimum(300, 200);
+
+/// A window of its own with its keeper; the screen of these tests has 800 by 800 points.
+struct Kept {
+    explicit Kept(UserDefaults &defaults) : keeper(window, defaults) {
+        window.setMinimumSize(minimum);
+        window.resize(500, 400);
+        keeper.present({});
+    }
+    QRect frame() const { return window.geometry(); }
+
+    QWindow window;
+    WindowKeeper keeper;
+};
+
+} // namespace
+
+class WindowKeeperTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+
+private slots:
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void fitsTheScreen_data() {
+        QTest::addColumn<QRect>("frame");
+        QTest::addColumn<QRect>("fitted");
+        // Two screens side by side, the first with a panel on top.
+        QTest::newRow("inside") << QRect(10, 40, 800, 600) << QRect(10, 40, 800, 600);
+        QTest::newRow("all of it") << QRect(0, 30, 1000, 770) << QRect(0, 30, 1000, 770);
+        QTest::newRow("under the panel") << QRect(0, 0, 800, 600) << QRect(0, 30, 800, 600);
+        QTest::newRow("over the left edge") << QRect(-90, 40, 800, 600) << QRect(0, 40, 800, 600);
+        QTest::newRow("below") << QRect(100, 500, 800, 600) << QRect(100, 200, 800, 600);
+        QTest::newRow("too large") << QRect(50, 60, 4000, 3000) << QRect(1000, 0, 2000, 1600);
+        QTest::newRow("too wide") << QRect(-50, 60, 1040, 400) << QRect(0, 60, 1000, 400);
+        QTest::newRow("too small") << QRect(100, 100, 1, -5) << QRect(100, 100, 300, 200);
+        QTest::newRow("on the second") << QRect(2900, 50, 400, 300) << QRect(2600, 50, 400, 300);
+        QTest::newRow("more on the second")
+            << QRect(700, 50, 800, 300) << QRect(1000, 50, 800, 300);
+        QTest::newRow("nowhere") << QRect(5000, 50, 400, 300) << QRect(600, 50, 400, 300);
+        QTest::newRow("screen gone") << QRect(-3000, -900, 400, 300) << QRect(0, 30, 400, 300);
+    }
+    void fitsTheScreen() {
+        QFETCH(QRect, frame);
+        QTEST(fittedFrame(frame, minimum, {QRect(0, 30, 1000, 770), QRect(1000, 0, 2000, 1600)}),
+              "fitted");
+        QCOMPARE(fittedFrame(frame, minimum, {}), frame);
+        QCOMPARE(fittedFrame(frame, minimum, {QRect(7, 8, 9, 10)}), QRect(QPoint(7, 8), minimum));
+    }
+
+    void remembersWhereItStood() {
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        {
+            Kept first(defaults);
+            QCOMPARE(first.frame().size(), QSize(500, 400));
+            first.window.setGeometry(60, 70, 420, 320);
+            QTRY_COMPARE(defaults.stringList("windowFrame"),
+                         QStringList({"60", "70", "420", "320"}));
+            QSignalSpy resized(&first.window, &QWindow::heightChanged);
+            first.window.resize(430, 330);
+            QVERIFY(resized.count() || resized.wait());
+            QVERIFY(first.window.close()); // at once, before it has settled
+        }
+        QCOMPARE(Kept(defaults).frame(), QRect(60, 70, 430, 330));
+    }
+
+    void remembersThatItWasMaximized() {
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        const QRect frame(60, 70, 420, 320);
+        {
+            Kept first(defaults);
+            first.window.setGeometry(frame);
+            QTRY_VERIFY(defaults.value("windowFrame").isValid());
+            first.window.showMaximized();
+            QTRY_COMPARE(defaults.text("windowMaximized"), "true");
+            QVERIFY(first.frame().width() > 700);
+            QVERIFY(first.window.close());
+            first.keeper.present({});
+            QCOMPARE(first.window.visibility(), QWindow::Maximized);
+        }
+        Kept next(defaults);
+        QCOMPARE(next.window.visibility(), QWindow::Maximized);
+        QCOMPARE(defaults.stringList("windowFrame"), QStringList({"60", "70", "420", "320"}));
+        next.window.showNormal();
+        QTRY_COMPARE(defaults.text("windowMaximized"), "false");
+    }
+
+    void ignoresADamagedFrame_data() {
+        QTest::addColumn<QStringList>("stored");
+        QTest::newRow("none") << QStringList();
+        QTest::newRow("text") << QStringList("left");
+        QTest::newRow("three numbers") << QStringList{"1", "2", "300"};
+        QTest::newRow("five numbers") << QStringList{"1", "2", "300", "300", "5"};
+        QTest::newRow("beyond") << QStringList{"1", "2147483647", "300", "300"};
+        QTest::newRow("fraction") << QStringList{"1", "2", "300.5", "300"};
+    }
+    void ignoresADamagedFrame() {
+        QFETCH(QStringList, stored);
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        defaults.setValue("windowFrame", stored);
+        defaults.setValue("windowMaximized", "perhaps");
+        const Kept kept(defaults);
+        QCOMPARE(kept.frame().size(), QSize(500, 400));
+        QCOMPARE(kept.window.visibility(), QWindow::Windowed);
+    }
+
+    void comesBackFromMinimized() {
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        Kept kept(defaults);
+        kept.window.showMinimized();
+        kept.keeper.present("leave");
+        QCOMPARE(kept.window.visibility(), QWindow::Windowed);
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), "leave");
+    }
+
+    // The menu's keys, the model and the list go on where they were.
+    void comesBackAfterItWasClosed() {
+        ShellFixture f({{.id = "a", .age = 0}, {.id = "b", .age = 1}, {.id = "c", .age = 2}}, {},
+                       true);
+        WindowKeeper keeper(*f.window, f.defaults);
+        auto *theme = qmlEngine(f.window)->singletonInstance<SoftTheme *>(
+            qmlTypeId("Orvik.Tallyview.Theme", 1, 0, "SoftTheme"));
+        f.press(Qt::Key_Down);
+        QCOMPARE(f.model.selectedThreadID(), "b");
+        for (int time = 0; time < 2; ++time) {
+            QVERIFY(f.window->close());
+            QVERIFY(!f.window->isVisible());
+            QTRY_VERIFY(theme->property("reducedMotion").toBool()); // nothing pulses unseen
+            keeper.present({});
+            QTRY_VERIFY(!theme->property("reducedMotion").toBool());
+            QVERIFY(QTest::qWaitForWindowActive(f.window));
+            f.settle();
+        }
+        QCOMPARE(f.items("TaskRowView").size(), 3);
+        f.press(Qt::Key_Down);
+        QCOMPARE(f.model.selectedThreadID(), "c");
+    }
+};
+
+QTEST_MAIN(WindowKeeperTest)
+#include "WindowKeeperTest.moc"
