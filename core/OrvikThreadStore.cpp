@@ -1,5 +1,6 @@
 #include "core/OrvikThreadStore.h"
 
+#include "core/RolloutEvent.h"
 #include "core/TextSanitizer.h"
 #include "core/ThreadRunStateResolver.h"
 #include "core/UnicodeText.h"
@@ -122,7 +123,7 @@ std::int64_t updateMilliseconds(const Row &row) {
          row.integer(recencyAtColumn), row.integer(updatedAtColumn)});
 }
 
-ThreadRecord record(const Row &row) {
+ThreadRecord record(const Row &row, RolloutEventParser &parser) {
     const std::string source = row.text(sourceColumn);
     const std::string cwd = row.text(cwdColumn);
     const bool archived = row.flag(archivedColumn);
@@ -143,7 +144,7 @@ ThreadRecord record(const Row &row) {
         .updatedAt = instant(updateMilliseconds(row)),
         .archived = archived,
         .isSubagent = isSubagent,
-        .runState = ThreadRunStateResolver().resolve(row.text(rolloutPathColumn), archived),
+        .runState = ThreadRunStateResolver().resolve(row.text(rolloutPathColumn), archived, parser),
     });
 }
 
@@ -168,9 +169,10 @@ std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError> readThreads(sqli
     if (code != SQLITE_OK || !statement) {
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
+    RolloutEventParser parser;
     std::vector<ThreadRecord> threads;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
-        threads.push_back(record(Row(prepared)));
+        threads.push_back(record(Row(prepared), parser));
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {

@@ -110,8 +110,10 @@ private:
 ///   follows them is known to be valid. Everything else never decodes, which is `completed`.
 class BackwardReading {
 public:
-    BackwardReading(const RolloutFile &file, std::size_t size, std::size_t chunkSize)
-        : m_file(file)
+    BackwardReading(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
+                    std::size_t chunkSize)
+        : m_parser(parser)
+        , m_file(file)
         , m_offset(size)
         , m_chunkSize(chunkSize) {}
 
@@ -125,6 +127,7 @@ private:
     /// Of `line` and what is held back of it.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
+    RolloutEventParser &m_parser;
     const RolloutFile &m_file;
     std::size_t m_offset;
     std::size_t m_chunkSize;
@@ -134,7 +137,6 @@ private:
     ReversedText m_undecoded;
     /// The line whose start has not been read, as far as it has.
     ReversedText m_openLine;
-    RolloutEventParser m_parser;
 };
 
 ThreadRunState BackwardReading::result() {
@@ -205,11 +207,10 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
 /// Lines that are cut, torn or no UTF-8 make no difference: the first one is left out, the
 /// others decide nothing in any reading. A task that started settles nothing, because the
 /// bytes before may be such that nothing decodes.
-std::optional<ThreadRunState> tailState(const RolloutFile &file, std::size_t size,
-                                        std::size_t length) {
+std::optional<ThreadRunState> tailState(RolloutEventParser &parser, const RolloutFile &file,
+                                        std::size_t size, std::size_t length) {
     const std::optional<std::string> tail = readPiece(file, size - length, length);
     Lines lines(tail ? std::string_view(*tail) : std::string_view());
-    RolloutEventParser parser;
     while (const auto line = lines.takeLast()) {
         if (const auto state = parser.decidedState(*line)) {
             return state;
@@ -219,11 +220,12 @@ std::optional<ThreadRunState> tailState(const RolloutFile &file, std::size_t siz
 }
 
 /// Whether a look at the end of the file settles that it is `completed`.
-bool endsCompleted(const RolloutFile &file, std::size_t size, std::size_t chunkSize) {
+bool endsCompleted(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
+                   std::size_t chunkSize) {
     // Of 512 KiB, 4 KiB hold the end of nearly every task, 32 KiB that of one with a long report.
     for (const std::size_t tailsPerPiece : {128U, 16U}) {
         const std::size_t length = std::min(size, chunkSize / tailsPerPiece);
-        if (const auto state = tailState(file, size, length)) {
+        if (const auto state = tailState(parser, file, size, length)) {
             return state == ThreadRunState::completed;
         }
         if (length == size) {
@@ -237,15 +239,21 @@ bool endsCompleted(const RolloutFile &file, std::size_t size, std::size_t chunkS
 
 ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath,
                                                bool archived) const {
+    RolloutEventParser parser;
+    return resolve(rolloutPath, archived, parser);
+}
+
+ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath, bool archived,
+                                               RolloutEventParser &parser) const {
     if (archived || rolloutPath.empty()) {
         return ThreadRunState::completed;
     }
     const RolloutFile file(rolloutPath);
     const std::optional<std::size_t> size = file.size();
-    if (!size || endsCompleted(file, *size, m_chunkSize)) {
+    if (!size || endsCompleted(parser, file, *size, m_chunkSize)) {
         return ThreadRunState::completed;
     }
-    return BackwardReading(file, *size, m_chunkSize).result();
+    return BackwardReading(parser, file, *size, m_chunkSize).result();
 }
 
 } // namespace tallyview
