@@ -1,6 +1,7 @@
 """The application on a desktop of its own: a sample home, the session's bus and display, and what
 of it assistive technology sees. Everything lives in one temporary folder."""
 
+import ctypes
 import json
 import os
 import re
@@ -75,6 +76,16 @@ class Desktop:
         self.start("application", f"{self.BINARIES}/orvik-tallyview", **more)
         until(lambda: self.find("push button", "刷新任务"), "the application's window")
         self._await_refresh()
+
+    def run_application(self):
+        """Starts it a second time; its exit code."""
+        return subprocess.run([f"{self.BINARIES}/orvik-tallyview"], env=self.environment,
+                              timeout=10).returncode
+
+    def close_window(self):
+        """Asks the window to close, as a window manager does."""
+        close_window("Orvik Tallyview")
+        until(lambda: not self.find("push button", "刷新任务"), "the window is gone")
 
     def complaints(self):
         """What the application wrote to standard error."""
@@ -244,6 +255,26 @@ class Desktop:
     def pixel(self, x, y):
         """The colour of a point of the screen, as "#rrggbb"."""
         return "#" + self.picture(x, y, 1, 1).hex()
+
+
+def close_window(title):
+    """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
+    window = int(subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
+                                check=True, capture_output=True, text=True).stdout.split()[0])
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+    x11.XInternAtom.restype = ctypes.c_ulong
+    x11.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long,
+                               ctypes.c_void_p]
+    x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+    display = x11.XOpenDisplay(None)
+    client_message, longs = 33, 32
+    event = (ctypes.c_long * 24)(client_message, 0, 0, 0, window,
+                                 x11.XInternAtom(display, b"WM_PROTOCOLS", 0), longs,
+                                 x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0), 0)
+    x11.XSendEvent(display, window, 0, 0, ctypes.byref(event))
+    x11.XCloseDisplay(display)
 
 
 def start_accessibility():

@@ -102,6 +102,10 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
         desktop.press("push button", "固定任务")
         self.expect("push button", "取消固定")
         self.assertEqual(desktop.setting("pinnedThreadIDs"), thread)
+        desktop.press("push button", "复制 Thread ID")
+        until(lambda: subprocess.run(["xclip", "-selection", "clipboard", "-o"],
+                                     capture_output=True, text=True).stdout == thread,
+              "the id on the clipboard")
         width = self.expect("slider", "调整项目栏宽度").get_value_iface()
         width.set_current_value(300)
         until(lambda: desktop.setting("sidebarWidth") == "300", "the width is stored")
@@ -202,6 +206,20 @@ class Notices(OnTheDesktop):
         self.complete(second)
         until(lambda: len(desktop.notices()) == 1, "the notice of the second task")
         self.assertEqual(desktop.setting("notificationDeliveryError"), "")
+        self.quiet()
+
+    def test_the_process_outlives_its_window(self):
+        desktop = self.desktop
+        desktop.start_daemon()
+        [thread] = self.running_threads(1)
+        desktop.start_application()
+        desktop.close_window()
+        desktop.complete_task(thread)
+        until(desktop.notices, "the notice of the next refresh", 45)
+        # Starting it again shows the window of the one that runs.
+        self.assertEqual(desktop.run_application(), 0)
+        self.expect("push button", "刷新任务")
+        self.assertEqual(desktop.stop("application"), 0)
         self.quiet()
 
     def test_a_live_agent_is_followed(self):
