@@ -5,6 +5,10 @@ import QtQuick.Window
 Image {
     property real size: 36
 
+    /// The tile that the icon draws: from the square's edges, and its corners.
+    readonly property real tileInset: size * 32 / 512
+    readonly property real tileRadius: size * 104 / 512
+
     readonly property int pixels: Math.ceil(size * Screen.devicePixelRatio)
 
     width: size

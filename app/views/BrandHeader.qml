@@ -12,8 +12,8 @@ Item {
     SoftSurface {
         // The tile that the icon draws inside its square.
         anchors.fill: icon
-        anchors.margins: icon.size * 24 / 512
-        radius: icon.size * 112 / 512
+        anchors.margins: icon.tileInset
+        radius: icon.tileRadius
         continuous: false
         fill: SoftTheme.accent
         darkShadow.color: SoftTheme.softShadowDark

@@ -38,7 +38,7 @@ QString inContent(const ShellFixture &f, const QString &type) {
 }
 
 const char *const sidebarHeaderLook = R"(
-surface 32.625x32.625 radius 7.875 accent shadow softShadowDark 4 2 3
+surface 31.5x31.5 radius 7.3125 accent shadow softShadowDark 4 2 3
 text "Orvik" 19 700 system primaryInk
 text "本地任务看板" 10 500 system secondaryInk
 symbol %1 13 600 secondaryInk
