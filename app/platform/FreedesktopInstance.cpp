@@ -4,6 +4,7 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
+#include <QThread>
 
 #include <algorithm>
 
@@ -43,7 +44,16 @@ QDBusMessage activateOther(const QDBusConnection &bus, const QString &token,
 /// Whether a call failed because the process that was called is gone, or may be.
 bool isGone(const QDBusMessage &reply) {
     const QDBusError::ErrorType type = QDBusError(reply).type();
-    return type == QDBusError::ServiceUnknown || type == QDBusError::NoReply;
+    return type == QDBusError::ServiceUnknown || type == QDBusError::NoReply ||
+           type == QDBusError::UnknownObject;
+}
+
+QDBusMessage busCall(const QString &method, const QVariantList &arguments) {
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
+    call.setArguments(arguments);
+    return call;
 }
 
 } // namespace
@@ -54,6 +64,10 @@ FreedesktopInstance::FreedesktopInstance(const QDBusConnection &bus,
     , m_bus(bus)
     , m_patience(patience) {}
 
+FreedesktopInstance::~FreedesktopInstance() {
+    m_bus.send(busCall(QStringLiteral("ReleaseName"), {applicationName}));
+}
+
 std::expected<ApplicationInstance::Role, QString>
 FreedesktopInstance::claim(const QString &activationToken) {
     if (!m_bus.isConnected()) {
@@ -62,28 +76,27 @@ FreedesktopInstance::claim(const QString &activationToken) {
     // Before the name is ours: from then on others call.
     m_bus.registerObject(applicationPath, this, QDBusConnection::ExportScriptableSlots);
     const QDeadlineTimer deadline(m_patience);
-    QDBusMessage reply;
-    do {
-        if (takeName(deadline)) {
-            return Role::primary;
-        }
-        reply = activateOther(m_bus, activationToken, deadline);
+    while (!takeName(deadline)) {
+        const QDBusMessage reply = activateOther(m_bus, activationToken, deadline);
         if (reply.type() == QDBusMessage::ReplyMessage) {
             return Role::handedOver;
         }
-    } while (isGone(reply) && !deadline.hasExpired());
-    return std::unexpected(reply.errorMessage());
+        if (!isGone(reply) || deadline.hasExpired()) {
+            return std::unexpected(reply.errorMessage());
+        }
+        QThread::msleep(20); // it is about to give the name back
+    }
+    return Role::primary;
 }
 
-/// False when another process has the name. A bus that does not answer tells of no other.
+/// False when another process has the name. A bus that does not answer tells of no other, so it
+/// has a second for it even at the end of the deadline.
 bool FreedesktopInstance::takeName(const QDeadlineTimer &deadline) {
     constexpr uint doNotQueue = 4;
     constexpr uint existsAlready = 3;
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
-                                                       bus, QStringLiteral("RequestName"));
-    call.setArguments({applicationName, doNotQueue});
-    const QDBusMessage reply = m_bus.call(call, QDBus::Block, remaining(deadline));
+    const QDBusMessage reply =
+        m_bus.call(busCall(QStringLiteral("RequestName"), {applicationName, doNotQueue}),
+                   QDBus::Block, std::max(1000, remaining(deadline)));
     return reply.arguments().value(0) != existsAlready;
 }
 

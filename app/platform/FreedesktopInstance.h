@@ -23,8 +23,12 @@ class FreedesktopInstance : public ApplicationInstance {
 public:
     /// `patience` bounds claim().
     explicit FreedesktopInstance(const QDBusConnection &bus = QDBusConnection::sessionBus(),
-                                 std::chrono::milliseconds patience = std::chrono::seconds(2),
+                                 std::chrono::milliseconds patience = std::chrono::seconds(5),
                                  QObject *parent = nullptr);
+
+    /// Gives the name back at once: the process may live on until what it reads is read, and a
+    /// start meanwhile takes its place.
+    ~FreedesktopInstance() override;
 
     std::expected<Role, QString> claim(const QString &activationToken) override;
 

@@ -214,7 +214,7 @@ void FreedesktopNotificationCenter::remember(const NotificationRequest &request,
     if (const auto reused = find(daemon, id); reused != m_shown.end()) {
         m_shown.erase(reused);
     }
-    m_shown.append({daemon, id, {request.identifier, request.userData, {}}});
+    m_shown.append({daemon, id, {request.identifier, request.groupingKey, request.userData, {}}});
     if (m_shown.size() > maxRemembered) {
         m_shown.removeFirst();
     }

@@ -1,6 +1,8 @@
 #include "app/platform/IniUserDefaults.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -47,6 +49,14 @@ QString nearestExistingFolder(QString path) {
         path = QFileInfo(path).absolutePath();
     }
     return path;
+}
+
+/// QSettings waits without end for the lock of another process, even one that is long gone.
+bool isLocked(const QString &filePath) {
+    QDir().mkpath(QFileInfo(filePath).absolutePath());
+    QLockFile lock(filePath + QStringLiteral(".lock"));
+    lock.setStaleLockTime(std::chrono::seconds(10)); // writing takes milliseconds
+    return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
 }
 
 } // namespace
@@ -100,7 +110,10 @@ void IniUserDefaults::change(const QString &key, const QVariant &kept) {
 }
 
 /// QSettings would write at the next turn of the event loop: it is given the values only here.
-void IniUserDefaults::write() {
+bool IniUserDefaults::write() {
+    if (!m_pending.isEmpty() && isLocked(m_file.fileName())) {
+        return false;
+    }
     for (const auto &[key, kept] : std::exchange(m_pending, {}).asKeyValueRange()) {
         if (kept.isValid()) {
             m_file.setValue(key, kept);
@@ -109,10 +122,15 @@ void IniUserDefaults::write() {
         }
     }
     m_file.sync();
+    return true;
 }
 
 void IniUserDefaults::synchronize() {
-    write();
+    if (!write()) {
+        // The file lacks what is pending: it is read once that is written.
+        m_syncTimer.start();
+        return;
+    }
     watch();
     adopt(fileValues());
 }

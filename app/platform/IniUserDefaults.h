@@ -13,7 +13,8 @@ namespace tallyview {
 ///
 /// A change is written within a quarter of a second, and at destruction at the latest. A change
 /// that another process writes, in place or by replacing the file, is noticed; where both changed
-/// the same key, the one written last stays.
+/// the same key, the one written last stays. While another process holds the file's lock a change
+/// waits; a lock that is left behind is broken after ten seconds.
 class IniUserDefaults : public UserDefaults {
     Q_OBJECT
 
@@ -34,7 +35,7 @@ private:
     using Values = QMap<QString, QVariant>;
 
     void change(const QString &key, const QVariant &kept);
-    void write();
+    bool write();
     void synchronize();
     void adopt(const Values &values);
     Values fileValues() const;

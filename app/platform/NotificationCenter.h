@@ -22,6 +22,7 @@ struct NotificationRequest {
 /// The user clicked a notice.
 struct NotificationActivation {
     QString identifier; ///< of the request
+    QString groupingKey;
     QVariantMap userData;
     QString activationToken; ///< the desktop's leave to bring a window to the front; may be empty
 };

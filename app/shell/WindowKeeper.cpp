@@ -51,8 +51,8 @@ void WindowKeeper::present(const QString &activationToken) {
         show();
     }
     m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
-    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
-        m_window.raise(); // there windows may not raise themselves, and Qt complains
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        m_window.raise(); // elsewhere windows may not raise themselves, and Qt complains
     }
     if (!activationToken.isEmpty()) {
         // Qt's Wayland windows look for it there when they are activated.

@@ -58,6 +58,22 @@ class IniUserDefaultsTest : public QObject {
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
+    void aLockThatIsHeldIsNotWaitedFor() {
+        IniUserDefaults defaults(path());
+        QVERIFY(QDir().mkpath(m_folder->filePath("orvik")));
+        writeInPlace(path() + ".lock", "");
+        defaults.setValue("appearanceMode", "dark");
+        QTest::qWait(600);
+        QCOMPARE(fileText(), "");
+        QCOMPARE(defaults.value("appearanceMode"), "dark");
+        // Nobody who writes takes that long.
+        QFile lock(path() + ".lock");
+        QVERIFY(lock.open(QIODevice::ReadWrite));
+        lock.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime);
+        lock.close();
+        QTRY_COMPARE(fileText(), "[General]\nappearanceMode=dark\n");
+    }
+
     void keepsValues_data() {
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QVariant>("kept");

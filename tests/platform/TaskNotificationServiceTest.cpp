@@ -194,6 +194,8 @@ private slots:
             identifiers.append(arguments.constFirst().value<NotificationActivation>().identifier);
         }
         QCOMPARE(identifiers.removeDuplicates(), 0);
+        QCOMPARE(session.activations[0][0].value<NotificationActivation>().groupingKey, "a b/c");
+        QCOMPARE(session.activations[1][0].value<NotificationActivation>().groupingKey, u"任务"_qs);
         QVERIFY(
             QRegularExpression("^orvik-task-complete-a b/c-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]"
                                "{12}$")

@@ -35,8 +35,16 @@ private slots:
         QCOMPARE(second.exitStatus(), QProcess::NormalExit);
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(first.state(), QProcess::Running);
+        // A start while the first one ends takes its place.
         first.terminate();
+        second.start(m_program);
         QVERIFY(first.waitForFinished());
+        QTRY_VERIFY_WITH_TIMEOUT(hasName(), 30'000);
+        QTest::qWait(300);
+        QCOMPARE(second.state(), QProcess::Running);
+        second.terminate();
+        QVERIFY(second.waitForFinished());
+        QCOMPARE(second.exitCode(), 0);
         QCOMPARE(first.exitStatus(), QProcess::NormalExit);
         QCOMPARE(first.exitCode(), 0);
         QCOMPARE(first.readAllStandardError(), "");
