@@ -136,7 +136,7 @@ private slots:
 
     void doesNotJoinOneThatCannotAnswer() {
         QVERIFY(busOf("first").registerService(name));
-        QCOMPARE(startAnother(), "error: No such object path '/org/orvik/Tallyview'");
+        QCOMPARE(startAnother({}, 500ms), "error: No such object path '/org/orvik/Tallyview'");
     }
 
     void runsWithoutABus() {
