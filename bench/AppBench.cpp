@@ -1,15 +1,17 @@
-// What the application's window costs, or a bare window of the same size in the same process.
+// What the application's window costs, or a bare window of the same size in the same process:
+// "plain" is drawn by the renderer that the application chooses, "bare" by the one that Qt does.
 //
-//   AppBench app|bare start NANOSECONDS   from that moment of CLOCK_MONOTONIC to the first frame
-//   AppBench app|bare memory              at most, with the list shown and read a second time
-//   AppBench app|bare scroll STEPS        through the whole list: between two frames
-//   AppBench app|bare idle SECONDS        with nothing to do
-//   AppBench app|bare pulse SECONDS       with one running task in view
+//   AppBench app|plain|bare start NANOSECONDS   from that moment of CLOCK_MONOTONIC to the first
+//   frame AppBench app|plain|bare memory              at most, with the list shown and read a
+//   second time AppBench app|plain|bare scroll STEPS        through the whole list: between two
+//   frames AppBench app|plain|bare idle SECONDS        with nothing to do AppBench app|plain|bare
+//   pulse SECONDS       with one running task in view
 //
 // Reads the sample home that HOME names. Prints numbers divided by blanks.
 
 #include "app/platform/FreedesktopInstance.h"
 #include "app/shell/OrvikTallyviewApp.h"
+#include "app/shell/SceneRenderer.h"
 
 #include "bench/Measure.h"
 
@@ -21,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string_view>
 
 using namespace tallyview;
 
@@ -177,6 +180,9 @@ void measure(Side &side, const QString &mode, int amount) {
 
 int main(int argc, char **argv) {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    if (argc > 1 && std::string_view(argv[1]) != "bare") {
+        chooseSceneRenderer();
+    }
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     const QStringList arguments = QGuiApplication::arguments();
