@@ -148,18 +148,18 @@ void benchRefresh(Workspace &workspace, const std::string &path, int rounds) {
         changeTenThreads(database, ++round);
         return workspace.refresh();
     };
-    const ThreadList &threads = workspace.model.threads();
     bench::compareTimes({"applying a refresh, 10 threads changed", "copying the list's values", 3},
                         rounds, refresh, [&] {
                             std::vector<ThreadRecord::Fields> values;
-                            for (const ThreadRecord &thread : threads) {
+                            for (const ThreadRecord &thread : workspace.model.threads()) {
                                 values.push_back(*thread);
                             }
                             return copyMilliseconds(values);
                         });
     bench::compareTimes({"applying a refresh, 10 threads changed",
                          "copying the list, whose records share their data", 3},
-                        rounds, refresh, [&] { return copyMilliseconds(threads); });
+                        rounds, refresh,
+                        [&] { return copyMilliseconds(workspace.model.threads()); });
     sqlite3_close(database);
 }
 
