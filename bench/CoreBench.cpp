@@ -1,6 +1,8 @@
 // Reading all threads of a home, and masking their texts, against floors that do nothing else.
 //
-//   CoreBench HOME ROUNDS
+//   CoreBench HOME ROUNDS SCRIPT
+//
+// SCRIPT is list_threads.py.
 
 #include "core/OrvikThreadStore.h"
 #include "core/TextSanitizer.h"
@@ -88,23 +90,40 @@ std::vector<std::string> storedTexts(const std::string &database) {
     return texts;
 }
 
-void benchStore(const std::string &database, int rounds) {
+/// How many milliseconds the Python script needs, as it tells.
+double pythonMilliseconds(const std::string &script, const std::string &database) {
+    const std::string command = "python3 '" + script + "' '" + database + "'";
+    std::FILE *const output = ::popen(command.c_str(), "r");
+    double milliseconds = 0;
+    if (output == nullptr || std::fscanf(output, "%lf", &milliseconds) != 1 ||
+        ::pclose(output) != 0) {
+        std::fprintf(stderr, "The Python script failed.\n");
+        std::exit(EXIT_FAILURE);
+    }
+    return milliseconds;
+}
+
+void benchStore(const std::string &database, int rounds, const std::string &script) {
     const OrvikThreadStore store{database};
     const auto list = [&] {
         if (!store.listThreads()) {
             std::exit(EXIT_FAILURE);
         }
     };
-    bench::compare("`listThreads()`", "query, and the last 512 KiB read", 0.8, rounds, list,
+    bench::compare({"listThreads()", "query, last 512 KiB read", 0.8}, rounds, list,
                    [&] { readNothingMore(database, 512 * 1024); });
-    bench::compare("`listThreads()`", "query, and the last 16 KiB read", 1.5, rounds, list,
+    bench::compare({"listThreads()", "query, last 16 KiB read", 1.5}, rounds, list,
                    [&] { readNothingMore(database, 16 * 1024); });
+    bench::compareTimes(
+        {"listThreads()", "Python script", 0.1}, std::min(rounds, 3),
+        [&] { return bench::millisecondsOf(list); },
+        [&] { return pythonMilliseconds(script, database); });
 }
 
 void benchSanitizer(const std::string &database, int rounds) {
     const std::vector<std::string> texts = storedTexts(database);
     bench::compare(
-        "`redact` of all titles and previews", "one memchr pass", 20, rounds,
+        {"redact, all titles and previews", "one memchr pass", 20}, rounds,
         [&] {
             for (const std::string &text : texts) {
                 keep(TextSanitizer::redact(text));
@@ -120,12 +139,12 @@ void benchSanitizer(const std::string &database, int rounds) {
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc != 3) {
-        std::fprintf(stderr, "Usage: CoreBench HOME ROUNDS\n");
+    if (argc != 4) {
+        std::fprintf(stderr, "Usage: CoreBench HOME ROUNDS SCRIPT\n");
         return EXIT_FAILURE;
     }
     const std::string database = std::string(argv[1]) + "/.orvik/state_5.sqlite";
     const int rounds = std::atoi(argv[2]);
-    benchStore(database, rounds);
+    benchStore(database, rounds, argv[3]);
     benchSanitizer(database, rounds);
 }

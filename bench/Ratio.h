@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <vector>
 
+/// Two sides measured in turn. What is printed is read by bench/report.py.
 namespace tallyview::bench {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
@@ -22,29 +23,42 @@ inline double median(std::vector<double> values) {
     return *middle;
 }
 
-/// One line for the table: name, what it is held against, both medians, and the reach.
-inline void printRow(const char *what, const char *against, double ours, double theirs,
-                     double reach) {
-    std::printf("%s\t%s\t%.3f ms\t%.3f ms\t%.2f\t%.2f\n", what, against, ours, theirs,
-                ours / theirs, reach);
+/// A row of the table: what is measured, what it is held against, and the largest ratio that it
+/// is to reach.
+struct Row {
+    const char *what;
+    const char *against;
+    double reach;
+};
+
+/// One line of fields divided by tabs: the row, both medians and their unit.
+inline void print(const Row &row, double ours, double theirs) {
+    std::printf("%s\t%s\t%g\t%.6f\t%.6f\tms\n", row.what, row.against, row.reach, ours, theirs);
     std::fflush(stdout);
 }
 
-/// Measures both sides in turn, so that what else the machine does meets both.
+/// Each side is called in turn and answers how many milliseconds it took, so that what else the
+/// machine does meets both. The first of the rounds only warms up.
 template <class Ours, class Theirs>
-void compare(const char *what, const char *against, double reach, int rounds, Ours &&ours,
-             Theirs &&theirs) {
+void compareTimes(const Row &row, int rounds, Ours &&ours, Theirs &&theirs) {
     std::vector<double> ourTimes;
     std::vector<double> theirTimes;
     for (int i = 0; i <= rounds; ++i) {
-        const double their = millisecondsOf(theirs);
-        const double our = millisecondsOf(ours);
-        if (i > 0) { // the first round warms up
+        const double their = theirs();
+        const double our = ours();
+        if (i > 0) {
             ourTimes.push_back(our);
             theirTimes.push_back(their);
         }
     }
-    printRow(what, against, median(ourTimes), median(theirTimes), reach);
+    print(row, median(ourTimes), median(theirTimes));
+}
+
+/// The same for sides that only do their work.
+template <class Ours, class Theirs>
+void compare(const Row &row, int rounds, Ours &&ours, Theirs &&theirs) {
+    compareTimes(
+        row, rounds, [&] { return millisecondsOf(ours); }, [&] { return millisecondsOf(theirs); });
 }
 
 } // namespace tallyview::bench

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 
 namespace tallyview {
@@ -123,13 +124,13 @@ std::int64_t updateMilliseconds(const Row &row) {
          row.integer(recencyAtColumn), row.integer(updatedAtColumn)});
 }
 
-ThreadRecord record(const Row &row, RolloutEventParser &parser) {
+ThreadRecord::Fields fields(const Row &row, RolloutEventParser &parser) {
     const std::string source = row.text(sourceColumn);
     const std::string cwd = row.text(cwdColumn);
     const bool archived = row.flag(archivedColumn);
     const bool isSubagent = !row.text(agentRoleColumn).empty() ||
                             !row.text(agentPathColumn).empty() || isStructured(source);
-    return ThreadRecord({
+    return {
         .id = row.text(idColumn),
         .title = displayTitle(row.text(titleColumn)),
         .preview = TextSanitizer::redact(trimmed(row.text(previewColumn))),
@@ -145,8 +146,29 @@ ThreadRecord record(const Row &row, RolloutEventParser &parser) {
         .archived = archived,
         .isSubagent = isSubagent,
         .runState = ThreadRunStateResolver().resolve(row.text(rolloutPathColumn), archived, parser),
-    });
+    };
 }
+
+/// Records by their ids.
+class KnownRecords {
+public:
+    explicit KnownRecords(std::span<const ThreadRecord> records) {
+        m_records.reserve(records.size());
+        for (const ThreadRecord &record : records) {
+            m_records.emplace(record.id(), &record);
+        }
+    }
+
+    /// The known one where it has just these fields.
+    ThreadRecord record(ThreadRecord::Fields fields) const {
+        const auto found = m_records.find(fields.id);
+        const bool isKnown = found != m_records.end() && **found->second == fields;
+        return isKnown ? *found->second : ThreadRecord(std::move(fields));
+    }
+
+private:
+    std::unordered_map<std::string_view, const ThreadRecord *> m_records;
+};
 
 std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesystem::path &path) {
     constexpr int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_FULLMUTEX;
@@ -162,7 +184,8 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
     return connection;
 }
 
-std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError> readThreads(sqlite3 *connection) {
+std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
+readThreads(sqlite3 *connection, const KnownRecords &known) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
@@ -172,7 +195,7 @@ std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError> readThreads(sqli
     RolloutEventParser parser;
     std::vector<ThreadRecord> threads;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
-        threads.push_back(record(Row(prepared), parser));
+        threads.push_back(known.record(fields(Row(prepared), parser)));
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {
@@ -196,7 +219,7 @@ std::string OrvikThreadStoreError::description() const {
 }
 
 std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
-OrvikThreadStore::listThreads() const {
+OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
     std::error_code ignored;
     if (!std::filesystem::exists(m_databaseURL, ignored)) {
         return std::unexpected(
@@ -206,7 +229,7 @@ OrvikThreadStore::listThreads() const {
     if (!connection) {
         return std::unexpected(connection.error());
     }
-    return readThreads(connection->get());
+    return readThreads(connection->get(), KnownRecords(known));
 }
 
 } // namespace tallyview

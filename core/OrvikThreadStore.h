@@ -4,6 +4,7 @@
 
 #include <expected>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,11 @@ public:
     /// Every thread of the database, newest first, or the reason why there is no list: never a
     /// part of one. Blocks for as long as the database stays locked, at most 3 seconds a try,
     /// and while it reads the end of each live thread's rollout file.
-    std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError> listThreads() const;
+    ///
+    /// A record that is just as one of `known` is that one and shares its data, so that a list
+    /// read again costs the memory of what has changed.
+    std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
+    listThreads(std::span<const ThreadRecord> known = {}) const;
 
 private:
     std::filesystem::path m_databaseURL;

@@ -2,26 +2,51 @@
 
 #include "core/Precondition.h"
 
+#include <bit>
+#include <cstdint>
 #include <utility>
 
 namespace tallyview {
 
+namespace {
+
+/// Stops the process where an id comes twice. A flat table, because every refresh comes here
+/// with all threads while the window waits.
+void requireDistinctIDs(const std::vector<ThreadRecord> &threads) {
+    struct Slot {
+        std::size_t hash = 0;
+        const std::string *id = nullptr;
+    };
+    std::vector<Slot> slots(std::bit_ceil(2 * threads.size() + 1));
+    const std::size_t mask = slots.size() - 1;
+    for (const ThreadRecord &thread : threads) {
+        const std::size_t hash = CanonicalHash()(thread.id());
+        std::size_t place = hash & mask;
+        while (slots[place].id != nullptr) {
+            if (slots[place].hash == hash && canonicallyEqual(*slots[place].id, thread.id())) {
+                preconditionFailure("Duplicate values for key: '" + thread.id() + "'");
+            }
+            place = (place + 1) & mask;
+        }
+        slots[place] = {hash, &thread.id()};
+    }
+}
+
+} // namespace
+
 std::vector<ThreadRecord>
 TaskCompletionTracker::completedThreads(const std::vector<ThreadRecord> &threads) {
+    requireDistinctIDs(threads);
     std::vector<ThreadRecord> completed;
-    decltype(m_previousStates) states;
-    states.reserve(threads.size());
+    decltype(m_running) running;
     for (const ThreadRecord &thread : threads) {
-        const auto previous = m_previousStates.find(thread.id());
-        if (previous != m_previousStates.end() && previous->second == ThreadRunState::running &&
-            thread->runState == ThreadRunState::completed) {
+        if (thread->runState == ThreadRunState::running) {
+            running.insert(thread.id());
+        } else if (!m_running.empty() && m_running.contains(thread.id())) {
             completed.push_back(thread);
         }
-        if (!states.emplace(thread.id(), thread->runState).second) {
-            preconditionFailure("Duplicate values for key: '" + thread.id() + "'");
-        }
     }
-    m_previousStates = std::move(states);
+    m_running = std::move(running);
     return completed;
 }
 

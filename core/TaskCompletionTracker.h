@@ -4,7 +4,7 @@
 #include "core/UnicodeText.h"
 
 #include <string>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace tallyview {
@@ -22,7 +22,7 @@ public:
     std::vector<ThreadRecord> completedThreads(const std::vector<ThreadRecord> &threads);
 
 private:
-    std::unordered_map<std::string, ThreadRunState, CanonicalHash, CanonicalEqual> m_previousStates;
+    std::unordered_set<std::string, CanonicalHash, CanonicalEqual> m_running; ///< before
 };
 
 } // namespace tallyview

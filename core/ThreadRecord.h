@@ -39,6 +39,9 @@ public:
         bool archived = false;
         bool isSubagent = false; ///< spawned by another thread of the agent
         ThreadRunState runState = ThreadRunState::completed;
+
+        /// Byte for byte, unlike the equality of records.
+        friend bool operator==(const Fields &, const Fields &) = default;
     };
 
     explicit ThreadRecord(Fields fields);

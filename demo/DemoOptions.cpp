@@ -1,8 +1,11 @@
 #include "demo/DemoOptions.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <ctime>
 #include <string_view>
+#include <utility>
 
 namespace tallyview::demo {
 namespace {
@@ -20,10 +23,19 @@ bool read(std::string_view text, SampleJournal &journal) {
 }
 
 bool read(std::string_view text, SampleRollouts &rollouts) {
-    rollouts = text == "realistic" ? SampleRollouts::realistic
-               : text == "small"   ? SampleRollouts::small
-                                   : SampleRollouts::none;
-    return text == "realistic" || text == "small" || text == "none";
+    constexpr std::array<std::pair<std::string_view, SampleRollouts>, 4> names{{
+        {"realistic", SampleRollouts::realistic},
+        {"heavy", SampleRollouts::heavy},
+        {"small", SampleRollouts::small},
+        {"none", SampleRollouts::none},
+    }};
+    const auto *const found =
+        std::ranges::find(names, text, [](const auto &name) { return name.first; });
+    if (found == names.end()) {
+        return false;
+    }
+    rollouts = found->second;
+    return true;
 }
 
 bool read(std::string_view text, std::filesystem::path &path) {
@@ -61,7 +73,9 @@ Writes sample data of the agent into DIR/.orvik: a database and its rollout file
   --seed S               which data; equal seeds and times give equal data (1)
   --now UNIX_SECONDS     the time that the threads' ages count from (the current time)
   --journal wal|rollback
-  --rollouts realistic|small|none
+  --rollouts realistic|heavy|small|none
+                         sizes of the rollout files; heavy has more than 512 KiB for a tenth of
+                         the live threads, whatever their number
   --live                 works like an agent until stopped by SIGINT or SIGTERM: on the sample
                          data that DIR holds, or on new data when it holds none
   --live-interval MS     time between two steps of --live (4000)

@@ -147,6 +147,10 @@ std::size_t rolloutBytes(SampleRandom &random, std::size_t threads, SampleRollou
     if (rollouts == SampleRollouts::small) {
         return 0;
     }
+    if (rollouts == SampleRollouts::heavy && random.chance(120)) {
+        // Just above 512 KiB, which is as much as a reader looks at: 20,000 threads fit in 2 GB.
+        return static_cast<std::size_t>(random.between(540'000, 640'000));
+    }
     // Large files stay rare enough for a large home to fit on a disk.
     const std::size_t huge = std::min<std::size_t>(10, 30'000 / threads);
     const std::size_t large = std::min<std::size_t>(50, 500'000 / threads);
@@ -276,7 +280,7 @@ std::string rolloutText(const SampleSetting &setting, std::size_t index,
                                     ? thread.row.firstUserMessage.value_or("")
                                     : samplePreview(random, language);
     writeTasks(rollout, random, thread.ending, message, language, bytes);
-    if (rollouts == SampleRollouts::realistic && random.chance(100)) {
+    if (rollouts != SampleRollouts::small && random.chance(100)) {
         rollout.tear();
     }
     return rollout.text();

@@ -11,9 +11,10 @@
 
 namespace tallyview::demo {
 
-/// How large rollout files are: of the sizes that real work leaves behind, all about 1 KB, or
-/// not there at all.
-enum class SampleRollouts { realistic, small, none };
+/// How large rollout files are: of the sizes that real work leaves behind, the same but more than
+/// 512 KiB for a tenth of the live threads however many there are, all about 1 KB, or not there
+/// at all.
+enum class SampleRollouts { realistic, heavy, small, none };
 
 /// How a sample thread's rollout file ends, or why there is nothing to read.
 enum class SampleEnding { running, completed, aborted, undecided, emptyFile, missingFile, noPath };

@@ -98,7 +98,8 @@ void DashboardModel::refresh() {
         return;
     }
     assign(m_isLoading, true);
-    m_reading.setFuture(QtConcurrent::run([store = m_store] { return store.listThreads(); }));
+    m_reading.setFuture(QtConcurrent::run(
+        [store = m_store, known = m_threads] { return store.listThreads(*known); }));
 }
 
 void DashboardModel::finishRefresh() {
@@ -117,7 +118,7 @@ void DashboardModel::finishRefresh() {
 
 void DashboardModel::applyThreads(ThreadList threads) {
     const ThreadList completed = m_completionTracker.completedThreads(threads);
-    assign(m_threads, std::move(threads));
+    assign(m_threads, std::make_shared<const ThreadList>(std::move(threads)));
     ++m_threadsRevision;
     assign(m_errorMessage, std::optional<std::string>());
     assign(m_lastSyncedAt, std::optional(m_environment.now()));
@@ -202,13 +203,12 @@ void DashboardModel::moveSelection(std::int64_t offset) {
 }
 
 void DashboardModel::reconcileSelection() {
-    ThreadList visible = unsortedVisibleThreads(currentCutoffs());
-    if (visible.empty()) {
-        setSelectedThreadID(std::nullopt);
-    } else if (position(visible, m_selectedThreadID) == visible.size()) {
-        sortByTime(visible);
-        setSelectedThreadID(visible.front().id());
+    const CalendarCutoffs cutoffs = currentCutoffs();
+    if (selectionIsVisible(cutoffs)) {
+        return;
     }
+    const ThreadList visible = visibleThreads(cutoffs);
+    setSelectedThreadID(visible.empty() ? std::nullopt : std::optional(visible.front().id()));
 }
 
 } // namespace tallyview

@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QtQmlIntegration>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -44,7 +45,8 @@ public:
     // State. Each assignment emits aboutToChange() once, before the value is stored, whether or
     // not it differs.
 
-    const ThreadList &threads() const { return m_threads; } ///< in the store's order
+    /// In the store's order; the reference holds until the next refresh is applied.
+    const ThreadList &threads() const { return *m_threads; }
     /// Counts the lists: while it stays the same, so does threads().
     std::uint64_t threadsRevision() const { return m_threadsRevision; }
     bool isLoading() const { return m_isLoading; }
@@ -94,6 +96,7 @@ public:
     // Derived lists and counters.
 
     ThreadList rootThreads() const;
+    std::size_t rootCount() const; ///< of rootThreads()
     ThreadList visibleThreads() const;
     std::vector<ThreadTimeGroup> timeGroups() const;
     std::vector<ProjectCount> projects() const;
@@ -135,8 +138,13 @@ private:
     void finishRefresh();
     void runMonitoringStep();
     void reconcileSelection();
-    ThreadList groupedThreads() const;
-    ThreadList unsortedVisibleThreads(const CalendarCutoffs &cutoffs) const;
+    bool selectionIsVisible(const CalendarCutoffs &cutoffs) const;
+    /// Calls `gather` with each thread that counts for its project.
+    template <class Gather>
+    void forEachGrouped(Gather gather) const;
+    /// Whether a thread passes all filters; `needle` is the query as search texts are written.
+    bool isVisible(const ThreadRecord &thread, const CalendarCutoffs &cutoffs,
+                   const std::string &needle) const;
     void sortByTime(ThreadList &threads) const;
 
     OrvikThreadStore m_store;
@@ -147,7 +155,7 @@ private:
     bool m_isMonitoring = false;
     bool m_loopAwaitsRefresh = false;
 
-    ThreadList m_threads;
+    std::shared_ptr<const ThreadList> m_threads = std::make_shared<const ThreadList>();
     std::uint64_t m_threadsRevision = 0;
     bool m_isLoading = false;
     std::optional<std::string> m_errorMessage;

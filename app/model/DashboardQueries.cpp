@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace tallyview {
 
@@ -52,20 +53,41 @@ bool passesRecency(Instant time, TaskRecencyFilter filter, const CalendarCutoffs
     return time < cutoffs.week;
 }
 
-/// What is gathered of each project; it is named as its first thread spells it.
-template <class Project, class Gather>
-std::vector<Project> byProject(const ThreadList &threads, Gather gather) {
-    std::vector<Project> projects;
-    std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> positions;
-    for (const ThreadRecord &thread : threads) {
-        const auto [entry, isNew] = positions.try_emplace(thread->project, projects.size());
+/// Numbers names in the order in which they come; canonically equivalent ones are one.
+class NameNumbers {
+public:
+    std::size_t numberOf(std::string_view name) {
+        // Names are mostly spelled alike, which is quicker to see than that they are equivalent.
+        const auto [entry, isNew] = m_spellings.try_emplace(name, 0);
         if (isNew) {
-            projects.emplace_back().name = thread->project;
+            entry->second = m_names.try_emplace(name, m_names.size()).first->second;
         }
-        gather(projects[entry->second], thread);
+        return entry->second;
     }
-    return projects;
-}
+    std::size_t size() const { return m_names.size(); }
+
+private:
+    std::unordered_map<std::string_view, std::size_t> m_spellings;
+    std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> m_names;
+};
+
+/// What is gathered of each project; it is named as its first thread spells it.
+template <class Project>
+class ByProject {
+public:
+    Project &of(const ThreadRecord &thread) {
+        const std::size_t number = m_numbers.numberOf(thread->project);
+        if (number == m_projects.size()) {
+            m_projects.emplace_back().name = thread->project;
+        }
+        return m_projects[number];
+    }
+    std::vector<Project> take() { return std::move(m_projects); }
+
+private:
+    NameNumbers m_numbers;
+    std::vector<Project> m_projects;
+};
 
 /// Sorts by the given figure, largest first, and by name in the user's language where equal.
 template <class Project, class Figure>
@@ -90,38 +112,42 @@ CalendarCutoffs DashboardModel::currentCutoffs() const {
 }
 
 ThreadList DashboardModel::rootThreads() const {
-    return filtered(m_threads, [](const ThreadRecord &thread) { return !thread->isSubagent; });
+    return filtered(threads(), [](const ThreadRecord &thread) { return !thread->isSubagent; });
+}
+
+std::size_t DashboardModel::rootCount() const {
+    return countRoots(threads(), [](const ThreadRecord &) { return true; });
 }
 
 std::size_t DashboardModel::runningCount() const {
-    return countRoots(m_threads, [](const ThreadRecord &thread) {
+    return countRoots(threads(), [](const ThreadRecord &thread) {
         return matches(thread, TaskStatusFilter::running);
     });
 }
 
 std::size_t DashboardModel::archivedCount() const {
-    return countRoots(m_threads, [](const ThreadRecord &thread) { return thread->archived; });
+    return countRoots(threads(), [](const ThreadRecord &thread) { return thread->archived; });
 }
 
 std::size_t DashboardModel::todayCount() const {
     const CalendarCutoffs cutoffs = currentCutoffs();
-    return countRoots(m_threads, [&](const ThreadRecord &thread) {
+    return countRoots(threads(), [&](const ThreadRecord &thread) {
         return thread->updatedAt && cutoffs.isToday(*thread->updatedAt);
     });
 }
 
 std::size_t DashboardModel::projectCount() const {
-    std::unordered_set<std::string_view, CanonicalHash, CanonicalEqual> names;
-    for (const ThreadRecord &thread : m_threads) {
+    NameNumbers names;
+    for (const ThreadRecord &thread : threads()) {
         if (!thread->isSubagent) {
-            names.insert(thread->project);
+            names.numberOf(thread->project);
         }
     }
     return names.size();
 }
 
 std::size_t DashboardModel::count(TaskStatusFilter filter) const {
-    return countRoots(m_threads, [&](const ThreadRecord &thread) {
+    return countRoots(threads(), [&](const ThreadRecord &thread) {
         return (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
                matches(thread, filter);
     });
@@ -130,27 +156,33 @@ std::size_t DashboardModel::count(TaskStatusFilter filter) const {
 ThreadList DashboardModel::visibleThreads() const { return visibleThreads(currentCutoffs()); }
 
 ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs) const {
-    ThreadList visible = unsortedVisibleThreads(cutoffs);
+    const std::string searched = needle(m_query);
+    ThreadList visible = filtered(threads(), [&](const ThreadRecord &thread) {
+        return isVisible(thread, cutoffs, searched);
+    });
     sortByTime(visible);
     return visible;
 }
 
-ThreadList DashboardModel::unsortedVisibleThreads(const CalendarCutoffs &cutoffs) const {
-    const std::string searched = needle(m_query);
-    return filtered(m_threads, [&](const ThreadRecord &thread) {
-        if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
-            return false;
-        }
-        if (!thread->updatedAt) {
-            // A thread without a time is listed under "older" whatever the other filters say.
-            return m_recencyFilter == TaskRecencyFilter::older;
-        }
-        return passesRecency(*thread->updatedAt, m_recencyFilter, cutoffs) &&
-               (!m_pinnedOnly || m_pinnedIDs.contains(thread.id())) &&
-               (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
-               (m_source == "all" || canonicallyEqual(thread->source, m_source)) &&
-               thread.searchText().find(searched) != std::string::npos;
-    });
+bool DashboardModel::isVisible(const ThreadRecord &thread, const CalendarCutoffs &cutoffs,
+                               const std::string &needle) const {
+    if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
+        return false;
+    }
+    if (!thread->updatedAt) {
+        // A thread without a time is listed under "older" whatever the other filters say.
+        return m_recencyFilter == TaskRecencyFilter::older;
+    }
+    return passesRecency(*thread->updatedAt, m_recencyFilter, cutoffs) &&
+           (!m_pinnedOnly || m_pinnedIDs.contains(thread.id())) &&
+           (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
+           (m_source == "all" || canonicallyEqual(thread->source, m_source)) &&
+           thread.searchText().find(needle) != std::string::npos;
+}
+
+bool DashboardModel::selectionIsVisible(const CalendarCutoffs &cutoffs) const {
+    const std::optional<ThreadRecord> selected = selectedThread();
+    return selected && isVisible(*selected, cutoffs, needle(m_query));
 }
 
 /// Newest first or oldest first; equal times keep their order in both directions.
@@ -199,26 +231,34 @@ std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visibl
     return groups;
 }
 
-ThreadList DashboardModel::groupedThreads() const {
-    return m_includeSubagents ? m_threads : rootThreads();
+template <class Gather>
+void DashboardModel::forEachGrouped(Gather gather) const {
+    for (const ThreadRecord &thread : threads()) {
+        if (m_includeSubagents || !thread->isSubagent) {
+            gather(thread);
+        }
+    }
 }
 
 std::vector<ProjectCount> DashboardModel::projects() const {
-    auto projects = byProject<ProjectCount>(
-        groupedThreads(), [](ProjectCount &project, const ThreadRecord &) { ++project.count; });
+    ByProject<ProjectCount> byProject;
+    forEachGrouped([&](const ThreadRecord &thread) { ++byProject.of(thread).count; });
+    std::vector<ProjectCount> projects = byProject.take();
     sortProjects(projects, m_environment.collationLocale,
                  [](const ProjectCount &project) { return project.count; });
     return projects;
 }
 
 std::vector<ProjectSummary> DashboardModel::projectSummaries() const {
-    auto summaries = byProject<ProjectSummary>(
-        groupedThreads(), [](ProjectSummary &summary, const ThreadRecord &thread) {
-            ++summary.count;
-            summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
-            summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;
-            summary.lastUpdated = std::max(summary.lastUpdated, thread->updatedAt);
-        });
+    ByProject<ProjectSummary> byProject;
+    forEachGrouped([&](const ThreadRecord &thread) {
+        ProjectSummary &summary = byProject.of(thread);
+        ++summary.count;
+        summary.runningCount += matches(thread, TaskStatusFilter::running) ? 1 : 0;
+        summary.completedCount += matches(thread, TaskStatusFilter::completed) ? 1 : 0;
+        summary.lastUpdated = std::max(summary.lastUpdated, thread->updatedAt);
+    });
+    std::vector<ProjectSummary> summaries = byProject.take();
     sortProjects(summaries, m_environment.collationLocale, [](const ProjectSummary &summary) {
         return summary.lastUpdated.value_or(distantPast);
     });
@@ -239,8 +279,8 @@ std::optional<ThreadRecord> DashboardModel::selectedThread() const {
     if (!m_selectedThreadID) {
         return std::nullopt;
     }
-    const std::size_t position = positionOf(m_threads, *m_selectedThreadID);
-    return position < m_threads.size() ? std::optional(m_threads[position]) : std::nullopt;
+    const std::size_t position = positionOf(threads(), *m_selectedThreadID);
+    return position < threads().size() ? std::optional(threads()[position]) : std::nullopt;
 }
 
 } // namespace tallyview

@@ -7,7 +7,7 @@ void FocusGridState::update() {
     m_projects = model()->projectSummaries();
     m_projectCount = QString::number(model()->projectCount());
     m_runningCount = QString::number(model()->runningCount());
-    m_totalCount = QString::number(model()->rootThreads().size());
+    m_totalCount = QString::number(model()->rootCount());
     m_face = currentFace();
     emit changed();
     emit evaluated();

@@ -59,7 +59,7 @@ void ProjectNavigation::update() {
 void ProjectNavigation::countThreads() {
     m_largest = model()->projects();
     m_largest.resize(std::min(m_largest.size(), mostProjects));
-    m_threadCount = QString::number(model()->rootThreads().size());
+    m_threadCount = QString::number(model()->rootCount());
     m_todayCount = QString::number(model()->todayCount());
     m_archivedCount = QString::number(model()->archivedCount());
 }

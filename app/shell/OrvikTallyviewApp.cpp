@@ -2,6 +2,7 @@
 
 #include "app/platform/FreedesktopInstance.h"
 #include "app/platform/TerminationSignals.h"
+#include "app/shell/SceneRenderer.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -59,6 +60,7 @@ bool OrvikTallyviewApp::loadWindow() {
 int runTallyview(int argc, char **argv) {
     const QString activationToken = FreedesktopInstance::environmentToken();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    chooseSceneRenderer();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvik Tallyview"));

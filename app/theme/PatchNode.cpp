@@ -1,6 +1,10 @@
 #include "app/theme/PatchNode.h"
 
+#include "app/theme/SharedTexture.h"
+
 #include <QQuickWindow>
+
+#include <utility>
 
 namespace tallyview {
 namespace {
@@ -14,13 +18,8 @@ constexpr qreal tieBreak = 1.0 / 16;
 
 void PatchNode::show(QQuickWindow *window, const SoftPatch &patch, qreal pixelRatio, bool smooth) {
     // Until every piece shows the new texture the renderer compares it with the old one.
-    std::unique_ptr<QSGTexture> replaced;
-    if (!m_texture || m_imageKey != patch.image.cacheKey()) {
-        m_imageKey = patch.image.cacheKey();
-        replaced = std::move(m_texture);
-        m_texture.reset(
-            window->createTextureFromImage(patch.image, QQuickWindow::TextureHasAlphaChannel));
-    }
+    const std::shared_ptr<QSGTexture> replaced =
+        std::exchange(m_texture, sharedTexture(window, patch.image));
     matchPieceCount(window, patch.pieces.size());
     const qreal nudge = smooth ? 0 : tieBreak / pixelRatio;
     for (std::size_t i = 0; i < m_pieces.size(); ++i) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <functional>
@@ -210,6 +211,27 @@ TEST_F(OrvikThreadStoreTest, listsTheNewestFirst) {
     EXPECT_EQ(ids, "ebcad");
     writer.execute("DELETE FROM threads");
     EXPECT_TRUE(store.listThreads().value().empty());
+}
+
+TEST_F(OrvikThreadStoreTest, sharesTheDataOfRecordsThatStayAsTheyAre) {
+    const Writer writer(path);
+    writer.execute(schema);
+    writer.execute("INSERT INTO threads (id, title, recency_at) VALUES ('same', 'caf\u00e9', 3),"
+                   " ('changed', 'a', 2), ('respelled', 'caf\u00e9', 1)");
+    const auto before = store.listThreads().value();
+    writer.execute("UPDATE threads SET title = 'b' WHERE id = 'changed'");
+    // Canonically equivalent, but other bytes.
+    writer.execute("UPDATE threads SET title = 'cafe\u0301' WHERE id = 'respelled'");
+    writer.execute("INSERT INTO threads (id, recency_at) VALUES ('new', 4)");
+    const auto after = store.listThreads(before).value();
+
+    std::string shared;
+    for (const ThreadRecord &thread : after) {
+        const bool isShared = std::ranges::any_of(
+            before, [&](const ThreadRecord &known) { return &*known == &*thread; });
+        shared += thread.id() + (isShared ? "=" : ":") + thread->title + " ";
+    }
+    EXPECT_EQ(shared, "new:未命名任务 same=caf\u00e9 changed:b respelled:cafe\u0301 ");
 }
 
 TEST_F(OrvikThreadStoreTest, tellsWhyThereIsNoList) {

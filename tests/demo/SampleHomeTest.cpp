@@ -74,6 +74,7 @@ TEST(SampleHome, TellsTheTruthAboutItsThreads) {
         Case{"realistic", 1000, SampleJournal::wal, SampleRollouts::realistic},
         Case{"small files, rollback journal", 700, SampleJournal::rollback, SampleRollouts::small},
         Case{"no files", 300, SampleJournal::wal, SampleRollouts::none},
+        Case{"heavy", 60, SampleJournal::wal, SampleRollouts::heavy},
         Case{"one thread", 1, SampleJournal::wal, SampleRollouts::realistic},
         Case{"no thread", 0, SampleJournal::wal, SampleRollouts::realistic},
     };
@@ -104,6 +105,21 @@ TEST(SampleHome, TellsTheTruthAboutItsThreads) {
         std::ranges::set_symmetric_difference(expected, found, std::back_inserter(differences));
         EXPECT_THAT(differences, IsEmpty());
     }
+}
+
+TEST(SampleHome, HasHeavyRolloutsForATenthOfItsLiveThreads) {
+    const tests::TemporaryHome folder;
+    SampleOptions sample = options(folder, 300);
+    sample.rollouts = SampleRollouts::heavy;
+    std::size_t live = 0;
+    std::size_t heavy = 0;
+    for (const SampleThread &thread : writeSampleHome(sample)->threads) {
+        std::error_code missing;
+        const auto size = std::filesystem::file_size(thread.rolloutPath, missing);
+        live += thread.isArchived ? 0 : 1;
+        heavy += !missing && !thread.isArchived && size > ThreadRunStateResolver().chunkSize();
+    }
+    EXPECT_THAT(heavy * 100 / live, AllOf(Ge(7U), Le(16U)));
 }
 
 /// How many threads are at most so old, and so for each age; then those without a time.

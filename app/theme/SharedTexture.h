@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QSGTexture>
+
+#include <memory>
+
+class QImage;
+class QQuickWindow;
+
+namespace tallyview {
+
+/// The texture of `image` in `window`, one for all nodes that show the image. Render thread only,
+/// as its release.
+std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &image);
+
+} // namespace tallyview

@@ -1,0 +1,203 @@
+// What the application's window costs, or a bare window of the same size in the same process:
+// "plain" is drawn by the renderer that the application chooses, "bare" by the one that Qt does.
+//
+//   AppBench app|plain|bare start NANOSECONDS   from that moment of CLOCK_MONOTONIC to the first
+//   frame AppBench app|plain|bare memory              at most, with the list shown and read a
+//   second time AppBench app|plain|bare scroll STEPS        through the whole list: between two
+//   frames AppBench app|plain|bare idle SECONDS        with nothing to do AppBench app|plain|bare
+//   pulse SECONDS       with one running task in view
+//
+// Reads the sample home that HOME names. Prints numbers divided by blanks.
+
+#include "app/platform/FreedesktopInstance.h"
+#include "app/shell/OrvikTallyviewApp.h"
+#include "app/shell/SceneRenderer.h"
+
+#include "bench/Measure.h"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+using namespace tallyview;
+
+namespace {
+
+[[noreturn]] void fail(const char *message) {
+    std::fprintf(stderr, "AppBench: %s\n", message);
+    std::exit(EXIT_FAILURE);
+}
+
+QQuickWindow &onlyWindow() {
+    for (QWindow *window : QGuiApplication::topLevelWindows()) {
+        if (auto *const shown = qobject_cast<QQuickWindow *>(window)) {
+            return *shown;
+        }
+    }
+    fail("no window");
+}
+
+/// One of the two that are compared. Made without a frame having been drawn.
+class Side {
+public:
+    Side() = default;
+    Side(const Side &) = delete;
+    Side &operator=(const Side &) = delete;
+    virtual ~Side() = default;
+
+    /// Until the window shows what it is to show.
+    virtual void settle() {}
+    /// The list with everything in it.
+    virtual QQuickItem &wholeList() = 0;
+    /// So that a while without a refresh begins.
+    virtual void refresh() {}
+    virtual void showRunning() {}
+};
+
+class BareSide : public Side {
+public:
+    explicit BareSide(const QString &mode) {
+        const QString name = mode == u"scroll"  ? QStringLiteral("BareList")
+                             : mode == u"pulse" ? QStringLiteral("BarePulse")
+                                                : QStringLiteral("Bare");
+        m_engine.load(QUrl(QStringLiteral("qrc:/bench/%1.qml").arg(name)));
+        onlyWindow().show();
+    }
+
+    QQuickItem &wholeList() override {
+        return *onlyWindow().findChild<QQuickItem *>(QStringLiteral("list"));
+    }
+
+private:
+    QQmlApplicationEngine m_engine;
+};
+
+QQuickItem *itemOfType(QQuickItem *item, const char *type) {
+    if (QByteArray(item->metaObject()->className()).startsWith(type)) {
+        return item;
+    }
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *const found = itemOfType(child, type)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+class AppSide : public Side {
+public:
+    AppSide() {
+        if (!m_instance.claim({}) || !m_app.start({})) {
+            fail("the application did not start");
+        }
+    }
+
+    void settle() override {
+        while (model().isLoading() || !model().lastSyncedAt()) {
+            bench::wait(20);
+        }
+    }
+
+    void refresh() override {
+        model().refresh();
+        settle();
+    }
+
+    void showRunning() override {
+        model().setRecencyFilter(TaskRecencyFilter::week);
+        if (model().visibleThreads().size() != 1) {
+            fail("there is not one running thread");
+        }
+    }
+
+    QQuickItem &wholeList() override {
+        model().setIncludeSubagents(true);
+        model().setStatusFilter(TaskStatusFilter::all);
+        model().setRecencyFilter(TaskRecencyFilter::older);
+        bench::wait(1000);
+        QQuickItem *const list = itemOfType(onlyWindow().contentItem(), "ThreadList_");
+        if (!list || model().visibleThreads().size() != model().threads().size()) {
+            fail("the list does not show all threads");
+        }
+        return *list;
+    }
+
+private:
+    static DashboardModel &model() {
+        return *onlyWindow().property("model").value<DashboardModel *>();
+    }
+
+    FreedesktopInstance m_instance;
+    OrvikTallyviewApp m_app{m_instance};
+};
+
+void measureStart(std::int64_t started) {
+    QQuickWindow &window = onlyWindow();
+    // From the thread that draws, at the moment itself.
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window,
+        [started] {
+            const std::int64_t now = bench::monotonicNanoseconds();
+            std::printf("%.3f\n", static_cast<double>(now - started) / 1e6);
+            std::fflush(stdout);
+            std::_Exit(EXIT_SUCCESS);
+        },
+        Qt::DirectConnection);
+    QGuiApplication::exec();
+}
+
+void measure(Side &side, const QString &mode, int amount) {
+    QQuickWindow &window = onlyWindow();
+    side.settle();
+    if (mode == u"memory") {
+        bench::waitForFrames(window, 20);
+        side.refresh();
+        bench::waitForFrames(window, 20);
+        std::printf("%.3f\n", bench::peakMebibytes());
+    } else if (mode == u"scroll") {
+        QQuickItem &list = side.wholeList();
+        const auto intervals = bench::scrollIntervals(window, list, amount);
+        std::printf("%.4f %.4f\n", bench::quantile(intervals, 0.5),
+                    bench::quantile(intervals, 0.99));
+    } else {
+        if (mode == u"pulse") {
+            side.showRunning();
+        }
+        side.refresh();
+        bench::wait(2000);
+        const bench::Usage usage = bench::usageDuring(window, amount * 1000);
+        std::printf("%.3f %.0f %.0f\n", usage.milliseconds, usage.wakeUps, usage.frames);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    if (argc > 1 && std::string_view(argv[1]) != "bare") {
+        chooseSceneRenderer();
+    }
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() < 3) {
+        fail("which side, and what?");
+    }
+    const QString mode = arguments[2];
+    const qint64 amount = arguments.value(3).toLongLong();
+    const std::unique_ptr<Side> side = arguments[1] == u"app"
+                                           ? std::unique_ptr<Side>(std::make_unique<AppSide>())
+                                           : std::make_unique<BareSide>(mode);
+    if (mode == u"start") {
+        measureStart(amount);
+    } else {
+        measure(*side, mode, static_cast<int>(amount));
+    }
+    return EXIT_SUCCESS;
+}
