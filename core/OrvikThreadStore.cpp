@@ -124,17 +124,23 @@ std::int64_t updateMilliseconds(const Row &row) {
          row.integer(recencyAtColumn), row.integer(updatedAtColumn)});
 }
 
-ThreadRecord::Fields fields(const Row &row, RolloutEventParser &parser) {
+/// A thread as the database tells of it, without its run state.
+struct Listed {
+    ThreadRecord::Fields fields;
+    std::string rolloutPath;
+};
+
+Listed listed(const Row &row, std::string_view home) {
     const std::string source = row.text(sourceColumn);
     const std::string cwd = row.text(cwdColumn);
     const bool archived = row.flag(archivedColumn);
     const bool isSubagent = !row.text(agentRoleColumn).empty() ||
                             !row.text(agentPathColumn).empty() || isStructured(source);
-    return {
+    ThreadRecord::Fields fields{
         .id = row.text(idColumn),
         .title = displayTitle(row.text(titleColumn)),
         .preview = TextSanitizer::redact(trimmed(row.text(previewColumn))),
-        .project = TextSanitizer::projectName(cwd),
+        .project = TextSanitizer::projectName(cwd, home),
         .projectPath = cwd,
         .source = sourceLabel(source, isSubagent),
         .model = row.text(modelColumn),
@@ -145,8 +151,8 @@ ThreadRecord::Fields fields(const Row &row, RolloutEventParser &parser) {
         .updatedAt = instant(updateMilliseconds(row)),
         .archived = archived,
         .isSubagent = isSubagent,
-        .runState = ThreadRunStateResolver().resolve(row.text(rolloutPathColumn), archived, parser),
     };
+    return {std::move(fields), row.text(rolloutPathColumn)};
 }
 
 /// Records by their ids.
@@ -184,22 +190,33 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
     return connection;
 }
 
-std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
-readThreads(sqlite3 *connection, const KnownRecords &known) {
+std::expected<std::vector<Listed>, OrvikThreadStoreError> readRows(sqlite3 *connection,
+                                                                   std::string_view home) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
     if (code != SQLITE_OK || !statement) {
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
-    RolloutEventParser parser;
-    std::vector<ThreadRecord> threads;
+    std::vector<Listed> rows;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
-        threads.push_back(known.record(fields(Row(prepared), parser)));
+        rows.push_back(listed(Row(prepared), home));
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {
         return std::unexpected(failure(Kind::queryFailed, connection));
+    }
+    return rows;
+}
+
+std::vector<ThreadRecord> records(std::vector<Listed> rows, const KnownRecords &known) {
+    const ThreadRunStateResolver resolver;
+    RolloutEventParser parser;
+    std::vector<ThreadRecord> threads;
+    threads.reserve(rows.size());
+    for (Listed &row : rows) {
+        row.fields.runState = resolver.resolve(row.rolloutPath, row.fields.archived, parser);
+        threads.push_back(known.record(std::move(row.fields)));
     }
     return threads;
 }
@@ -225,11 +242,17 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
         return std::unexpected(
             OrvikThreadStoreError(Kind::databaseMissing, decodedUtf8(m_databaseURL.native())));
     }
-    const auto connection = openReadOnly(m_databaseURL);
+    auto connection = openReadOnly(m_databaseURL);
     if (!connection) {
         return std::unexpected(connection.error());
     }
-    return readThreads(connection->get(), KnownRecords(known));
+    auto rows = readRows(connection->get(), m_home);
+    // The agent may wait for its database: it is let go before the rollout files are read.
+    connection->reset();
+    if (!rows) {
+        return std::unexpected(rows.error());
+    }
+    return records(*std::move(rows), KnownRecords(known));
 }
 
 } // namespace tallyview

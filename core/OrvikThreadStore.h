@@ -1,6 +1,8 @@
 #pragma once
 
+#include "core/HomeDirectory.h"
 #include "core/ThreadRecord.h"
+#include "core/UnicodeText.h"
 
 #include <expected>
 #include <filesystem>
@@ -36,8 +38,12 @@ private:
 /// closed before the call returns. docs/formats.md tells what of the database it relies on.
 class OrvikThreadStore {
 public:
-    explicit OrvikThreadStore(std::filesystem::path databaseURL)
-        : m_databaseURL(std::move(databaseURL)) {}
+    /// `home` is what counts as the user's home directory, in UTF-8; asking for it is not safe
+    /// beside a change of the environment, so it is asked for once, here.
+    explicit OrvikThreadStore(std::filesystem::path databaseURL,
+                              std::string home = decodedUtf8(homeDirectory()))
+        : m_databaseURL(std::move(databaseURL))
+        , m_home(std::move(home)) {}
 
     const std::filesystem::path &databaseURL() const { return m_databaseURL; }
 
@@ -52,6 +58,7 @@ public:
 
 private:
     std::filesystem::path m_databaseURL;
+    std::string m_home;
 };
 
 } // namespace tallyview

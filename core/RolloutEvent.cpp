@@ -45,25 +45,28 @@ std::string withoutSurrogates(std::string_view text) {
     return result;
 }
 
+Outcome parsedAtAnyDepth(JsonParser &parser, std::string_view paddedText) {
+    const Outcome outcome = parsedInPlace(parser, paddedText);
+    if (outcome.error() != simdjson::DEPTH_ERROR) {
+        return outcome;
+    }
+    if (parser.allocate(paddedText.size(), greatestDepth(paddedText)) != simdjson::SUCCESS) {
+        return simdjson::MEMALLOC;
+    }
+    return parsedInPlace(parser, paddedText);
+}
+
 Outcome parsedWithoutSurrogates(JsonParser &parser, std::string_view text) {
     std::string padded = withoutSurrogates(text);
     padded.append(RolloutEventParser::padding, ' ');
-    return parsedInPlace(parser, std::string_view(padded).substr(0, text.size()));
+    return parsedAtAnyDepth(parser, std::string_view(padded).substr(0, text.size()));
 }
 
 /// Neither depth nor half a surrogate pair makes a JSON value unreadable.
 Outcome parsed(JsonParser &parser, std::string_view paddedLine) {
-    Outcome outcome = parsedInPlace(parser, paddedLine);
-    if (outcome.error() == simdjson::DEPTH_ERROR) {
-        if (parser.allocate(paddedLine.size(), greatestDepth(paddedLine)) != simdjson::SUCCESS) {
-            return simdjson::MEMALLOC;
-        }
-        outcome = parsedInPlace(parser, paddedLine);
-    }
-    if (outcome.error() == simdjson::STRING_ERROR) {
-        outcome = parsedWithoutSurrogates(parser, paddedLine);
-    }
-    return outcome;
+    const Outcome outcome = parsedAtAnyDepth(parser, paddedLine);
+    return outcome.error() == simdjson::STRING_ERROR ? parsedWithoutSurrogates(parser, paddedLine)
+                                                     : outcome;
 }
 
 /// The member `name` of an object; of several the last one counts.

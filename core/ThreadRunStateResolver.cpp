@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <ranges>
 #include <string_view>
@@ -95,6 +96,11 @@ private:
     std::vector<std::string> m_parts;
 };
 
+/// Control characters stand nowhere in JSON, white space apart.
+bool isNeverJson(char byte) {
+    return static_cast<unsigned char>(byte) < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
+}
+
 /// One walk from the end of a file to its start, piece by piece.
 ///
 /// The reference for it decodes, at each piece, the piece with everything held back behind it,
@@ -124,6 +130,7 @@ private:
     /// cannot be read or never decodes.
     std::optional<ThreadRunState> step();
     std::optional<ThreadRunState> examine(std::string_view text);
+    void holdBack(std::string_view firstLine);
     /// Of `line` and what is held back of it.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
@@ -135,8 +142,10 @@ private:
     std::string m_cutCharacter;
     /// Valid text behind `m_cutCharacter` whose lines have not been searched.
     ReversedText m_undecoded;
-    /// The line whose start has not been read, as far as it has.
+    /// The line whose start has not been read, as far as it has. One that is no JSON, such as
+    /// the hole of a sparse file, is not kept: there may be gigabytes of it.
     ReversedText m_openLine;
+    bool m_openLineIsNoJson = false;
 };
 
 ThreadRunState BackwardReading::result() {
@@ -183,11 +192,26 @@ std::optional<ThreadRunState> BackwardReading::examine(std::string_view text) {
     if (m_offset == 0) {
         return decidedState(lines.first());
     }
-    m_openLine.prepend(std::string(lines.first()));
+    holdBack(lines.first());
     return std::nullopt;
 }
 
+void BackwardReading::holdBack(std::string_view firstLine) {
+    if (m_openLineIsNoJson) {
+        return;
+    }
+    m_openLineIsNoJson = std::ranges::any_of(firstLine, isNeverJson);
+    if (m_openLineIsNoJson) {
+        m_openLine = {};
+    } else {
+        m_openLine.prepend(std::string(firstLine));
+    }
+}
+
 std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view line) {
+    if (std::exchange(m_openLineIsNoJson, false)) {
+        return std::nullopt;
+    }
     return m_openLine.empty() ? m_parser.decidedState(line)
                               : m_parser.decidedState(m_openLine.takeBehind(line));
 }
@@ -250,10 +274,15 @@ ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath, b
     }
     const RolloutFile file(rolloutPath);
     const std::optional<std::size_t> size = file.size();
-    if (!size || endsCompleted(parser, file, *size, m_chunkSize)) {
+    try {
+        if (!size || endsCompleted(parser, file, *size, m_chunkSize)) {
+            return ThreadRunState::completed;
+        }
+        return BackwardReading(parser, file, *size, m_chunkSize).result();
+    } catch (const std::bad_alloc &) {
+        // A line that is larger than memory is a file that cannot be read.
         return ThreadRunState::completed;
     }
-    return BackwardReading(parser, file, *size, m_chunkSize).result();
 }
 
 } // namespace tallyview

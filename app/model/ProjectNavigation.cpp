@@ -44,7 +44,9 @@ void ProjectNavigation::showArchived() {
 
 void ProjectNavigation::update() {
     // Typing and selecting leave the counts alone, and counting takes long.
-    const std::pair counted(model()->threadsRevision(), model()->includeSubagents());
+    const CalendarCutoffs cutoffs = model()->currentCutoffs();
+    const std::tuple counted(model()->threadsRevision(), model()->includeSubagents(),
+                             cutoffs.startOfToday, cutoffs.startOfTomorrow);
     if (m_counted != counted) {
         m_counted = counted;
         countThreads();

@@ -76,8 +76,8 @@ private:
     void countThreads();
     void showProjects();
 
-    /// What the counts were taken of.
-    std::optional<std::pair<std::uint64_t, bool>> m_counted;
+    /// What the counts were taken of: the list, whether subagents count, and the day.
+    std::optional<std::tuple<std::uint64_t, bool, Instant, Instant>> m_counted;
     std::vector<ProjectCount> m_largest;
     ProjectRowList m_projects;
     bool m_allProjects = true;

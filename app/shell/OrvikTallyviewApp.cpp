@@ -3,8 +3,8 @@
 #include "app/platform/FreedesktopInstance.h"
 #include "app/platform/TerminationSignals.h"
 #include "app/shell/SceneRenderer.h"
+#include "core/HomeDirectory.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QQuickWindow>
 
@@ -25,8 +25,7 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
 }
 
 std::filesystem::path OrvikTallyviewApp::databaseURL() {
-    return std::filesystem::path(QFile::encodeName(QDir::homePath()).toStdString()) /
-           ".orvik/state_5.sqlite";
+    return std::filesystem::path(homeDirectory()) / ".orvik/state_5.sqlite";
 }
 
 bool OrvikTallyviewApp::start(const QString &activationToken) {

@@ -37,6 +37,9 @@ TEST(RolloutEventParser, readsDecidingEventsOnly) {
         {R"({"type":"event_msg","payload":{"type":"task_started","deep":)" + nested(50'000) + "}}",
          'r'},
         {R"({"type":"event_msg","payload":{"type":"task_complete","s":"cut \uD83d"}})", 'c'},
+        {R"({"s":"\ud83d","type":"event_msg","payload":{"type":"task_started"},"deep":)" +
+             nested(1100) + "}",
+         'r'},
         {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\udE00\ud83d\ude00\\ud83d"}})",
          'c'},
         {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\ud83"}})", '-'},
