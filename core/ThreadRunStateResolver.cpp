@@ -124,6 +124,7 @@ private:
     /// cannot be read or never decodes.
     std::optional<ThreadRunState> step();
     std::optional<ThreadRunState> examine(std::string_view text);
+    void holdBack(std::string_view line);
     /// Of `line` and what is held back of it.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
@@ -137,6 +138,8 @@ private:
     ReversedText m_undecoded;
     /// The line whose start has not been read, as far as it has.
     ReversedText m_openLine;
+    /// The open line is no JSON, whatever it starts with; nothing is held back of it.
+    bool m_isHopeless = false;
 };
 
 ThreadRunState BackwardReading::result() {
@@ -183,11 +186,25 @@ std::optional<ThreadRunState> BackwardReading::examine(std::string_view text) {
     if (m_offset == 0) {
         return decidedState(lines.first());
     }
-    m_openLine.prepend(std::string(lines.first()));
+    holdBack(lines.first());
     return std::nullopt;
 }
 
+// A NUL stands nowhere in JSON. Gaps of a file that was never written read as NULs: a line of
+// gigabytes that is not worth the memory.
+void BackwardReading::holdBack(std::string_view line) {
+    m_isHopeless = m_isHopeless || line.contains('\0');
+    if (m_isHopeless) {
+        m_openLine = {};
+    } else {
+        m_openLine.prepend(std::string(line));
+    }
+}
+
 std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view line) {
+    if (std::exchange(m_isHopeless, false)) {
+        return std::nullopt;
+    }
     return m_openLine.empty() ? m_parser.decidedState(line)
                               : m_parser.decidedState(m_openLine.takeBehind(line));
 }
