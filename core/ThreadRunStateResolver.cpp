@@ -96,11 +96,6 @@ private:
     std::vector<std::string> m_parts;
 };
 
-/// Control characters stand nowhere in JSON, white space apart.
-bool isNeverJson(char byte) {
-    return static_cast<unsigned char>(byte) < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
-}
-
 /// One walk from the end of a file to its start, piece by piece.
 ///
 /// The reference for it decodes, at each piece, the piece with everything held back behind it,
@@ -130,7 +125,7 @@ private:
     /// cannot be read or never decodes.
     std::optional<ThreadRunState> step();
     std::optional<ThreadRunState> examine(std::string_view text);
-    void holdBack(std::string_view firstLine);
+    void holdBack(std::string_view line);
     /// Of `line` and what is held back of it.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
@@ -142,10 +137,10 @@ private:
     std::string m_cutCharacter;
     /// Valid text behind `m_cutCharacter` whose lines have not been searched.
     ReversedText m_undecoded;
-    /// The line whose start has not been read, as far as it has. One that is no JSON, such as
-    /// the hole of a sparse file, is not kept: there may be gigabytes of it.
+    /// The line whose start has not been read, as far as it has.
     ReversedText m_openLine;
-    bool m_openLineIsNoJson = false;
+    /// The open line is no JSON, whatever it starts with; nothing is held back of it.
+    bool m_isHopeless = false;
 };
 
 ThreadRunState BackwardReading::result() {
@@ -196,20 +191,19 @@ std::optional<ThreadRunState> BackwardReading::examine(std::string_view text) {
     return std::nullopt;
 }
 
-void BackwardReading::holdBack(std::string_view firstLine) {
-    if (m_openLineIsNoJson) {
-        return;
-    }
-    m_openLineIsNoJson = std::ranges::any_of(firstLine, isNeverJson);
-    if (m_openLineIsNoJson) {
+// A NUL stands nowhere in JSON. Gaps of a file that was never written read as NULs: a line of
+// gigabytes that is not worth the memory.
+void BackwardReading::holdBack(std::string_view line) {
+    m_isHopeless = m_isHopeless || line.contains('\0');
+    if (m_isHopeless) {
         m_openLine = {};
     } else {
-        m_openLine.prepend(std::string(firstLine));
+        m_openLine.prepend(std::string(line));
     }
 }
 
 std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view line) {
-    if (std::exchange(m_openLineIsNoJson, false)) {
+    if (std::exchange(m_isHopeless, false)) {
         return std::nullopt;
     }
     return m_openLine.empty() ? m_parser.decidedState(line)

@@ -143,6 +143,7 @@ private:
         "\n",
         "\n\n\n",
         " ",
+        std::string(2, '\0'),
         "任",
         "😀",
         "\r\n",
@@ -153,7 +154,7 @@ private:
         "\xE4",
         "\xBB",
         "\x80\x80\x80\x80"};
-    const std::size_t m_firstSpoiler = 19;
+    const std::size_t m_firstSpoiler = 20;
     std::mt19937 m_random{7};
 };
 

@@ -1,0 +1,115 @@
+#include "core/OrvikThreadStore.h"
+#include "demo/Rollout.h"
+#include "demo/SampleDatabase.h"
+#include "tests/support/TemporaryHome.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace tallyview {
+namespace {
+
+using demo::SampleRow;
+
+constexpr std::size_t mebibyte = 1U << 20U;
+
+/// A line of /proc/self/status, in bytes.
+std::size_t memory(const std::string &name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == name + ":") {
+            std::size_t kibibytes = 0;
+            status >> kibibytes;
+            return kibibytes * 1024;
+        }
+    }
+    return 0;
+}
+
+/// Homes that no agent leaves behind. Each is listed in bounded time and memory.
+class ExtremesTest : public testing::Test {
+protected:
+    ~ExtremesTest() override { alarm(0); }
+
+    void write(const std::vector<SampleRow> &rows) const {
+        const auto written = demo::writeDatabase(database, rows);
+        ASSERT_TRUE(written.has_value()) << written.error();
+    }
+
+    /// Fails where listing takes more than `most` bytes beyond what the test holds itself.
+    std::vector<ThreadRecord> listed(std::size_t most) const {
+        constexpr unsigned hang = 60;
+        std::ofstream("/proc/self/clear_refs") << "5"; // the peak starts again from here
+        const std::size_t before = memory("VmRSS");
+        alarm(hang);
+        auto threads = OrvikThreadStore(database).listThreads();
+        alarm(0);
+        const std::size_t used = memory("VmHWM") - before;
+        EXPECT_LE(used, most);
+        RecordProperty("MiB", static_cast<int>(used / mebibyte));
+        EXPECT_TRUE(threads.has_value()) << threads.error().description();
+        return threads.value_or(std::vector<ThreadRecord>());
+    }
+
+    std::ptrdiff_t runningOf(const std::vector<ThreadRecord> &threads) const {
+        return std::ranges::count_if(threads, [](const ThreadRecord &thread) {
+            return thread->runState == ThreadRunState::running;
+        });
+    }
+
+    tests::TemporaryHome home;
+    std::filesystem::path database = home.path() / "state.sqlite";
+    std::string rollout = home.path() / "rollout.jsonl";
+};
+
+TEST_F(ExtremesTest, fiveThousandThreadsOnOneRolloutFile) {
+    ASSERT_TRUE(demo::appendEvent(rollout, "task_started").has_value());
+    ASSERT_TRUE(demo::appendText(rollout, std::string(100'000, ' ') + '\n').has_value());
+    std::vector<SampleRow> rows;
+    for (int index = 0; index < 5000; ++index) {
+        rows.push_back({.id = std::to_string(index), .rolloutPath = rollout});
+    }
+    write(rows);
+    EXPECT_EQ(runningOf(listed(32 * mebibyte)), 5000);
+}
+
+TEST_F(ExtremesTest, aSparseRolloutFileOf4GiB) {
+    constexpr std::uintmax_t size = 1ULL << 32U;
+    ASSERT_TRUE(demo::appendEvent(rollout, "task_started").has_value());
+    std::filesystem::resize_file(rollout, size);
+    write({{.id = "a", .rolloutPath = rollout}});
+    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 1);
+    ASSERT_TRUE(demo::appendEvent(rollout, "task_complete").has_value());
+    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 1);
+    ASSERT_TRUE(demo::appendEvent(rollout, "task_complete").has_value());
+    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 0);
+}
+
+TEST_F(ExtremesTest, aTitleOf50Megabytes) {
+    write({{.id = "a", .title = std::string(50'000'000, 'x') + " token=abcdefgh1"}, {.id = "b"}});
+    const auto threads = listed(512 * mebibyte);
+    ASSERT_EQ(threads.size(), 2U);
+    EXPECT_TRUE(threads[0]->title.ends_with("x token=[REDACTED]"));
+}
+
+TEST_F(ExtremesTest, aMillionThreads) {
+    constexpr int total = 1'000'000;
+    auto written = demo::SampleDatabase::create(database, demo::SampleJournal::rollback);
+    std::vector<SampleRow> rows(20'000, {.title = "Fix the reader", .cwd = "/src/atlas"});
+    for (int next = 0; next < total;) {
+        for (SampleRow &row : rows) {
+            row.id = std::to_string(next++);
+        }
+        ASSERT_TRUE(written && written->write(rows));
+    }
+    EXPECT_EQ(listed(640 * mebibyte).size(), static_cast<std::size_t>(total));
+}
+
+} // namespace
+} // namespace tallyview
