@@ -7,6 +7,7 @@
 
 #include <sqlite3.h>
 
+#include <deque>
 #include <memory>
 #include <string_view>
 #include <system_error>
@@ -190,15 +191,15 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
     return connection;
 }
 
-std::expected<std::vector<Listed>, OrvikThreadStoreError> readRows(sqlite3 *connection,
-                                                                   std::string_view home) {
+std::expected<std::deque<Listed>, OrvikThreadStoreError> readRows(sqlite3 *connection,
+                                                                  std::string_view home) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
     if (code != SQLITE_OK || !statement) {
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
-    std::vector<Listed> rows;
+    std::deque<Listed> rows;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
         rows.push_back(listed(Row(prepared), home));
     }
@@ -209,12 +210,14 @@ std::expected<std::vector<Listed>, OrvikThreadStoreError> readRows(sqlite3 *conn
     return rows;
 }
 
-std::vector<ThreadRecord> records(std::vector<Listed> rows, const KnownRecords &known) {
+/// Each row goes as its record comes, so that a million of them are not held twice.
+std::vector<ThreadRecord> records(std::deque<Listed> rows, const KnownRecords &known) {
     const ThreadRunStateResolver resolver;
     RolloutEventParser parser;
     std::vector<ThreadRecord> threads;
     threads.reserve(rows.size());
-    for (Listed &row : rows) {
+    for (; !rows.empty(); rows.pop_front()) {
+        Listed &row = rows.front();
         row.fields.runState = resolver.resolve(row.rolloutPath, row.fields.archived, parser);
         threads.push_back(known.record(std::move(row.fields)));
     }

@@ -18,7 +18,6 @@ class FakeNotificationDaemon : public QObject, protected QDBusContext {
 public:
     struct Notice {
         QString applicationName;
-        QString icon;
         QString summary;
         QString body;
         QStringList actions;
@@ -62,14 +61,14 @@ public:
         }
         return m_capabilities;
     }
-    Q_SLOT uint Notify(const QString &applicationName, uint, const QString &icon,
+    Q_SLOT uint Notify(const QString &applicationName, uint, const QString &,
                        const QString &summary, const QString &body, const QStringList &actions,
                        const QVariantMap &hints, int expiry) {
         if (mood == Mood::failing) {
             sendErrorReply("org.example.Full", "The screen is full");
             return 0;
         }
-        notices.append({applicationName, icon, summary, body, actions, hints, expiry});
+        notices.append({applicationName, summary, body, actions, hints, expiry});
         if (mood == Mood::hanging) {
             hang();
         }
