@@ -113,7 +113,8 @@ TEST(SampleHome, HasHeavyRolloutsForATenthOfItsLiveThreads) {
     sample.rollouts = SampleRollouts::heavy;
     std::size_t live = 0;
     std::size_t heavy = 0;
-    for (const SampleThread &thread : writeSampleHome(sample)->threads) {
+    const SampleHome home = writeSampleHome(sample).value();
+    for (const SampleThread &thread : home.threads) {
         std::error_code missing;
         const auto size = std::filesystem::file_size(thread.rolloutPath, missing);
         live += thread.isArchived ? 0 : 1;
