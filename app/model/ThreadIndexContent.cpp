@@ -7,8 +7,9 @@ namespace tallyview {
 
 namespace {
 
-/// Rows this far outside the visible stretch exist already when they scroll into it.
-constexpr double overscan = 240;
+/// Rows this far outside the visible stretch exist already: the one that the keyboard reaches
+/// next, no more, since far scrolling makes all of them anew.
+constexpr double overscan = 80;
 
 } // namespace
 

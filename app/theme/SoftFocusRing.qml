@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
@@ -12,15 +14,27 @@ Item {
 
     readonly property real gap: 1
     readonly property real line: 2
+    readonly property bool shown: target.visible && target.visualFocus
+
+    property SoftSurface surface: null
 
     anchors.fill: target
     anchors.margins: -(gap + line / 2)
-    visible: target.visible && target.visualFocus
+    visible: shown
+    onShownChanged: {
+        if (shown && !surface)
+            surface = drawn.createObject(ring) as SoftSurface;
+    }
 
-    SoftSurface {
-        anchors.fill: parent
-        radius: ring.radius + ring.gap + ring.line / 2
-        outline: SoftTheme.accent
-        outlineWidth: ring.line
+    // Made when it is wanted: hardly any control ever shows its ring.
+    Component {
+        id: drawn
+
+        SoftSurface {
+            anchors.fill: parent
+            radius: ring.radius + ring.gap + ring.line / 2
+            outline: SoftTheme.accent
+            outlineWidth: ring.line
+        }
     }
 }

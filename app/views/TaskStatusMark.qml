@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Orvik.Tallyview.Theme
 
@@ -9,13 +11,14 @@ Item {
     required property bool active
     required property string label
 
-    property bool pulses: false
-
     width: 34
     height: 34
     Accessible.role: Accessible.Graphic
     Accessible.name: label
-    Component.onCompleted: pulses = active && !SoftTheme.reducedMotion
+    Component.onCompleted: {
+        if (active && !SoftTheme.reducedMotion)
+            pulse.createObject(mark);
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -33,14 +36,17 @@ Item {
         weight: mark.active ? Font.DemiBold : Font.Bold
         color: SoftTheme.running
     }
-    SequentialAnimation {
+    // Made when it is wanted: there are many rows, and few pulse.
+    Component {
         id: pulse
 
-        running: mark.pulses && mark.active && !SoftTheme.reducedMotion
-        loops: Animation.Infinite
-        onStopped: symbol.opacity = 1
+        SequentialAnimation {
+            running: mark.active && !SoftTheme.reducedMotion
+            loops: Animation.Infinite
+            onStopped: symbol.opacity = 1
 
-        PulseAnimation { target: symbol; property: "opacity"; from: 1; to: 0.55 }
-        PulseAnimation { target: symbol; property: "opacity"; from: 0.55; to: 1 }
+            PulseAnimation { target: symbol; property: "opacity"; from: 1; to: 0.55 }
+            PulseAnimation { target: symbol; property: "opacity"; from: 0.55; to: 1 }
+        }
     }
 }
