@@ -22,11 +22,6 @@ struct DetailFixture : ModelFixture {
         QCoreApplication::processEvents();
         return std::exchange(changes, {}).join(u", ");
     }
-    const ThreadDetail &shown(const std::vector<Sample> &samples) {
-        show(samples);
-        settle();
-        return details.detail();
-    }
 
     DetailState details;
     QStringList changes;
@@ -96,43 +91,22 @@ private slots:
         QCOMPARE(texts(threadDetail(ThreadRecord(fields), false, QTimeZone::utc())), expected);
     }
 
-    void theBadgeIsShort_data() {
-        QTest::addColumn<QString>("project");
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("badge");
-        QTest::newRow("cut id") << "atlas-board"
-                                << "019a3f20"
-                                << "AB-019A3";
-        QTest::newRow("short id") << "atlas-board"
-                                  << "x9"
-                                  << "AB-X9";
-        QTest::newRow("characters, not bytes") << "atlas-board"
-                                               << "é👩‍👩‍👧ß12"
-                                               << "AB-É👩‍👩‍👧SS12";
-        QTest::newRow("no id") << "atlas-board"
-                               << ""
-                               << "AB-";
-    }
     void theBadgeIsShort() {
-        QFETCH(QString, project);
-        QFETCH(QString, id);
-        ThreadRecord::Fields fields = bare(id.toStdString());
-        fields.project = project.toStdString();
-        QTEST(threadDetail(ThreadRecord(fields), false, QTimeZone::utc()).badge, "badge");
-    }
-
-    void anArchivedThreadIsFinished() {
-        DetailFixture f;
-        QCOMPARE(f.shown({{.id = "a"}}).stateLabel, "进行中");
-        QVERIFY(f.details.detail().active);
-        QCOMPARE(f.shown({{.id = "a", .archived = true}}).stateLabel, "已完成");
-        QVERIFY(!f.details.detail().active);
+        const std::pair<const char *, const char *> badges[] = {
+            {"019a3f20", "AB-019A3"},
+            {"x9", "AB-X9"},
+            {"é👩‍👩‍👧ß12", "AB-É👩‍👩‍👧SS12"}, // characters, not bytes
+            {"", "AB-"},
+        };
+        for (const auto &[id, badge] : badges) {
+            ThreadRecord::Fields fields = bare(id);
+            fields.project = "atlas-board";
+            QCOMPARE(threadDetail(ThreadRecord(fields), false, QTimeZone::utc()).badge, badge);
+        }
     }
 
     void longTextsAreCutWithTheirLinesKept() {
         ThreadRecord::Fields fields = bare("a");
-        QCOMPARE(threadDetail(ThreadRecord(fields), false, QTimeZone::utc()).preview,
-                 "该任务没有可用的预览文本。");
         fields.title = "one\ntwo";
         // The pair of units of the emoji stands where the text is cut.
         fields.preview = std::string(1999, 'p') + "🙂" + std::string(5'000'000, 'q');
@@ -147,19 +121,23 @@ private slots:
         f.details.togglePin();
         f.details.copyID();
         QVERIFY(f.opener.opened.isEmpty() && f.pasteboard.text.isNull());
-        f.shown({{.id = "a b"}, {.id = "c", .age = 1}});
+        f.show({{.id = "a b/c;%?é"}, {.id = "c", .age = 1, .archived = true}});
+        QVERIFY(f.details.detail().active);
         f.details.open();
-        QCOMPARE(f.opener.opened.join(), "orvik://threads/a%20b");
+        QCOMPARE(f.opener.opened.join(), "orvik://threads/a%20b/c;%25%3F%C3%A9");
         f.details.copyID();
-        QCOMPARE(f.pasteboard.text, "a b");
-        f.details.togglePin();
+        QCOMPARE(f.pasteboard.text, "a b/c;%?é");
+        for (const bool pinned : {true, false}) {
+            f.details.togglePin();
+            f.settle();
+            QCOMPARE(f.details.detail().pinned, pinned);
+            QCOMPARE(f.model.pinnedIDs().contains("a b/c;%?é"), pinned);
+        }
+        // An archived thread is finished.
+        f.model.setSelectedThreadID("c");
         f.settle();
-        QVERIFY(f.details.detail().pinned);
-        QCOMPARE(f.defaults.stringList("pinnedThreadIDs").value_or(QStringList()).join(u' '),
-                 "a b");
-        f.details.togglePin();
-        f.settle();
-        QVERIFY(!f.details.detail().pinned);
+        QCOMPARE(f.details.detail().stateLabel, "已完成");
+        QVERIFY(!f.details.detail().active);
     }
 };
 

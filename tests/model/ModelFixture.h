@@ -22,8 +22,9 @@ class MemoryDefaults : public UserDefaults {
 public:
     QVariant value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const QVariant &value) override {
-        const bool isNumber = value.typeId() == QMetaType::Double;
-        m_values.insert(key, isNumber ? QVariant(value.toString()) : value);
+        const int type = value.typeId();
+        const bool isKeptAsText = type == QMetaType::Double || type == QMetaType::Bool;
+        m_values.insert(key, isKeptAsText ? QVariant(value.toString()) : value);
         emit changed(key);
     }
     void remove(const QString &key) override { m_values.remove(key); }
@@ -88,10 +89,12 @@ public:
         QVERIFY2(written.has_value(), written ? "" : written.error().c_str());
     }
 
+    /// Returns when everything that follows the model has followed it.
     void refresh() {
         QSignalSpy finished(&model, &DashboardModel::refreshFinished);
         model.refresh();
         QVERIFY(finished.count() == 1 || finished.wait());
+        QCoreApplication::processEvents();
     }
 
     void show(const std::vector<Sample> &samples) {

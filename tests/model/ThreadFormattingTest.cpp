@@ -1,6 +1,5 @@
 #include "app/model/ThreadFormatting.h"
 
-#include <QLocale>
 #include <QTest>
 
 using namespace tallyview;
@@ -20,18 +19,11 @@ private slots:
     void relativeAges() {
         const QTimeZone zone("Asia/Shanghai");
         const std::pair<double, const char *> ages[] = {
-            {-1e9, "刚刚"},
-            {0, "刚刚"},
-            {59.9, "刚刚"},
-            {60, "1 分钟前"},
-            {3599.9, "59 分钟前"},
-            {3600, "1 小时前"},
-            {86399, "23 小时前"},
-            {86400, "1 天前"},
-            {604799, "6 天前"},
-            {604800, "02/29"},
-            {604800 + 13 * 3600, "02/29"},
-            {604800 + 21 * 3600, "02/28"},
+            {-1e9, "刚刚"},     {59.9, "刚刚"},
+            {60, "1 分钟前"},   {3599.9, "59 分钟前"},
+            {3600, "1 小时前"}, {86399, "23 小时前"},
+            {86400, "1 天前"},  {604799, "6 天前"},
+            {604800, "02/29"},  {604800 + 21 * 3600, "02/28"},
         };
         for (const auto &[age, text] : ages) {
             QCOMPARE(ThreadFormatting::relative(at(now - age), at(now), zone), text);
@@ -44,15 +36,6 @@ private slots:
                  "2024/03/07 20:00");
         QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), QTimeZone::utc()),
                  "2024/03/07 09:05");
-        QCOMPARE(ThreadFormatting::full({}, QTimeZone::utc()), "未知");
-    }
-
-    void numbersFollowTheUsersLocale() {
-        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-        QCOMPARE(ThreadFormatting::number(1'234'567), "1,234,567");
-        QCOMPARE(ThreadFormatting::number(-1), "-1");
-        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-        QCOMPARE(ThreadFormatting::number(1'234'567), "1.234.567");
     }
 };
 
