@@ -1,0 +1,42 @@
+#include "core/OrvikThreadStore.h"
+
+#include <iostream>
+#include <string>
+
+using tallyview::OrvikThreadStore;
+
+namespace {
+
+/// The list of the last of so many refreshes, or the first error.
+auto refreshed(const OrvikThreadStore &store, int times) {
+    auto threads = store.listThreads();
+    while (threads && --times > 0) {
+        threads = store.listThreads();
+    }
+    return threads;
+}
+
+} // namespace
+
+/// Lists the threads of a database as often as each line that comes in says, and answers with one
+/// line: the error, or a tab and "ID TITLE STATE" for each thread.
+int main(int argc, char **argv) {
+    if (argc != 2) {
+        std::cerr << "Usage: " << argv[0] << " DATABASE\n";
+        return 2;
+    }
+    const OrvikThreadStore store(argv[1]);
+    for (int times = 0; std::cin >> times;) {
+        const auto threads = refreshed(store, times);
+        if (!threads) {
+            std::cout << threads.error().description();
+        } else {
+            for (const tallyview::ThreadRecord &thread : *threads) {
+                std::cout << '\t' << thread.id() << ' ' << thread->title << ' '
+                          << rawValue(thread->runState);
+            }
+        }
+        std::cout << std::endl;
+    }
+    return 0;
+}
