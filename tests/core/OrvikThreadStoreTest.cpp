@@ -216,13 +216,13 @@ TEST_F(OrvikThreadStoreTest, listsTheNewestFirst) {
 TEST_F(OrvikThreadStoreTest, sharesTheDataOfRecordsThatStayAsTheyAre) {
     const Writer writer(path);
     writer.execute(schema);
-    writer.execute("INSERT INTO threads (id, title, recency_at) VALUES ('same', 'caf\u00e9', 3),"
+    writer.execute("INSERT INTO threads (id, title, recency_at_ms) VALUES ('same', 'caf\u00e9', 3),"
                    " ('changed', 'a', 2), ('respelled', 'caf\u00e9', 1)");
     const auto before = store.listThreads().value();
     writer.execute("UPDATE threads SET title = 'b' WHERE id = 'changed'");
     // Canonically equivalent, but other bytes.
     writer.execute("UPDATE threads SET title = 'cafe\u0301' WHERE id = 'respelled'");
-    writer.execute("INSERT INTO threads (id, recency_at) VALUES ('new', 4)");
+    writer.execute("INSERT INTO threads (id, recency_at_ms) VALUES ('new', 4)");
     const auto after = store.listThreads(before).value();
 
     std::string shared;
