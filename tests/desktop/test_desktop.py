@@ -23,6 +23,10 @@ class OnTheDesktop(unittest.TestCase):
             self.assertEqual(item.get_description(), description)
         return item
 
+    def stored(self, key, value):
+        """The settings file comes to hold a value; changes are written a moment later."""
+        until(lambda: self.desktop.setting(key) == value, f"{key}={value} is stored")
+
     def quiet(self):
         self.assertEqual(self.desktop.complaints(), [])
 
@@ -101,16 +105,16 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
         self.expect("label", thread)
         desktop.press("push button", "固定任务")
         self.expect("push button", "取消固定")
-        self.assertEqual(desktop.setting("pinnedThreadIDs"), thread)
+        self.stored("pinnedThreadIDs", thread)
         desktop.press("push button", "复制 Thread ID")
         until(lambda: subprocess.run(["xclip", "-selection", "clipboard", "-o"],
                                      capture_output=True, text=True).stdout == thread,
               "the id on the clipboard")
         width = self.expect("slider", "调整项目栏宽度").get_value_iface()
         width.set_current_value(300)
-        until(lambda: desktop.setting("sidebarWidth") == "300", "the width is stored")
+        self.stored("sidebarWidth", "300")
         width.set_current_value(1000)
-        until(lambda: desktop.setting("sidebarWidth") == "360", "the width is bounded")
+        self.stored("sidebarWidth", "360")
         desktop.press("radio button", re.compile("^全部，"))
         desktop.press("radio button", "更早")
         checked = [item.get_name() for item in desktop.tree()
@@ -180,9 +184,9 @@ class Notices(OnTheDesktop):
              'R&amp;D &lt;i&gt;\nFix &lt;b&gt;bold&lt;/b&gt; &amp;amp; "quotes" 🚀']])
         subprocess.run(["dunstctl", "action", "0"], check=True)
         until(lambda: desktop.links() == [f"orvik://threads/{thread}"], "the link")
-        self.assertEqual(desktop.setting("notificationAuthorizationGranted"), "true")
-        self.assertEqual(desktop.setting("notificationAuthorizationStatus"), "2")
-        self.assertEqual(desktop.setting("notificationDeliveryError"), "")
+        self.stored("notificationAuthorizationGranted", "true")
+        self.stored("notificationAuthorizationStatus", "2")
+        self.stored("notificationDeliveryError", "")
         until(lambda: subprocess.run(["dunstctl", "count", "displayed"], capture_output=True,
                                      text=True).stdout.strip() == "0", "the notice is closed")
 
@@ -199,13 +203,13 @@ class Notices(OnTheDesktop):
         desktop = self.desktop
         [first, second] = self.running_threads(2)
         desktop.start_application()
-        self.assertEqual(desktop.setting("notificationAuthorizationGranted"), "false")
+        self.stored("notificationAuthorizationGranted", "false")
         self.complete(first)
         until(lambda: desktop.setting("notificationDeliveryError"), "the recorded error")
         desktop.start_daemon()
         self.complete(second)
         until(lambda: len(desktop.notices()) == 1, "the notice of the second task")
-        self.assertEqual(desktop.setting("notificationDeliveryError"), "")
+        self.stored("notificationDeliveryError", "")
         self.quiet()
 
     def test_the_process_outlives_its_window(self):
