@@ -7,10 +7,14 @@
 
 #include <sqlite3.h>
 
-#include <deque>
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -125,35 +129,43 @@ std::int64_t updateMilliseconds(const Row &row) {
          row.integer(recencyAtColumn), row.integer(updatedAtColumn)});
 }
 
-/// A thread as the database tells of it, without its run state.
-struct Listed {
-    ThreadRecord::Fields fields;
+/// A row as the database holds it.
+struct StoredThread {
+    std::string id;
+    std::string title;
+    std::string preview;
+    std::string cwd;
+    std::string source;
+    std::string model;
+    std::string reasoningEffort;
+    std::string branch;
+    std::int64_t tokensUsed;
+    std::int64_t createdMilliseconds;
+    std::int64_t updatedMilliseconds;
+    bool archived;
+    bool hasAgentRole;
+    bool hasAgentPath;
     std::string rolloutPath;
 };
 
-Listed listed(const Row &row, std::string_view home) {
-    const std::string source = row.text(sourceColumn);
-    const std::string cwd = row.text(cwdColumn);
-    const bool archived = row.flag(archivedColumn);
-    const bool isSubagent = !row.text(agentRoleColumn).empty() ||
-                            !row.text(agentPathColumn).empty() || isStructured(source);
-    ThreadRecord::Fields fields{
+StoredThread storedThread(const Row &row) {
+    return {
         .id = row.text(idColumn),
-        .title = displayTitle(row.text(titleColumn)),
-        .preview = TextSanitizer::redact(trimmed(row.text(previewColumn))),
-        .project = TextSanitizer::projectName(cwd, home),
-        .projectPath = cwd,
-        .source = sourceLabel(source, isSubagent),
+        .title = row.text(titleColumn),
+        .preview = row.text(previewColumn),
+        .cwd = row.text(cwdColumn),
+        .source = row.text(sourceColumn),
         .model = row.text(modelColumn),
         .reasoningEffort = row.text(reasoningEffortColumn),
         .branch = row.text(gitBranchColumn),
         .tokensUsed = row.integer(tokensUsedColumn),
-        .createdAt = instant(creationMilliseconds(row)),
-        .updatedAt = instant(updateMilliseconds(row)),
-        .archived = archived,
-        .isSubagent = isSubagent,
+        .createdMilliseconds = creationMilliseconds(row),
+        .updatedMilliseconds = updateMilliseconds(row),
+        .archived = row.flag(archivedColumn),
+        .hasAgentRole = !row.text(agentRoleColumn).empty(),
+        .hasAgentPath = !row.text(agentPathColumn).empty(),
+        .rolloutPath = row.text(rolloutPathColumn),
     };
-    return {std::move(fields), row.text(rolloutPathColumn)};
 }
 
 /// Records by their ids.
@@ -191,35 +203,108 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
     return connection;
 }
 
-std::expected<std::deque<Listed>, OrvikThreadStoreError> readRows(sqlite3 *connection,
-                                                                  std::string_view home) {
+/// Few enough that one is soon done with, many enough to be worth handing over.
+constexpr std::size_t batchSize = 256;
+using Batch = std::vector<StoredThread>;
+
+std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *connection) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
     if (code != SQLITE_OK || !statement) {
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
-    std::deque<Listed> rows;
+    std::vector<Batch> batches;
     while (sqlite3_step(prepared) == SQLITE_ROW) {
-        rows.push_back(listed(Row(prepared), home));
+        if (batches.empty() || batches.back().size() == batchSize) {
+            batches.emplace_back().reserve(batchSize);
+        }
+        batches.back().push_back(storedThread(Row(prepared)));
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
-    return rows;
+    return batches;
 }
 
-/// Each row goes as its record comes, so that a million of them are not held twice.
-std::vector<ThreadRecord> records(std::deque<Listed> rows, const KnownRecords &known) {
-    const ThreadRunStateResolver resolver;
-    RolloutEventParser parser;
+/// Makes records of rows; one for each thread.
+class RecordMaker {
+public:
+    RecordMaker(const std::string &home, const KnownRecords &known)
+        : m_home(home)
+        , m_known(known) {}
+
+    std::vector<ThreadRecord> records(Batch batch) {
+        std::vector<ThreadRecord> result;
+        result.reserve(batch.size());
+        for (StoredThread &stored : batch) {
+            result.push_back(m_known.record(fields(std::move(stored))));
+        }
+        return result;
+    }
+
+private:
+    ThreadRecord::Fields fields(StoredThread stored) {
+        const bool isSubagent =
+            stored.hasAgentRole || stored.hasAgentPath || isStructured(stored.source);
+        return {
+            .id = std::move(stored.id),
+            .title = displayTitle(stored.title),
+            .preview = TextSanitizer::redact(trimmed(stored.preview)),
+            .project = TextSanitizer::projectName(stored.cwd, m_home),
+            .projectPath = std::move(stored.cwd),
+            .source = sourceLabel(stored.source, isSubagent),
+            .model = std::move(stored.model),
+            .reasoningEffort = std::move(stored.reasoningEffort),
+            .branch = std::move(stored.branch),
+            .tokensUsed = stored.tokensUsed,
+            .createdAt = instant(stored.createdMilliseconds),
+            .updatedAt = instant(stored.updatedMilliseconds),
+            .archived = stored.archived,
+            .isSubagent = isSubagent,
+            .runState = m_resolver.resolve(stored.rolloutPath, stored.archived, m_parser),
+        };
+    }
+
+    const std::string &m_home;
+    const KnownRecords &m_known;
+    ThreadRunStateResolver m_resolver;
+    RolloutEventParser m_parser;
+};
+
+/// Calls `work` on this thread and on others, as many as have something to do.
+void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
+    constexpr std::size_t mostThreads = 4;
+    const std::size_t threads =
+        std::min({tasks, mostThreads, std::size_t{std::thread::hardware_concurrency()}});
+    std::vector<std::jthread> others;
+    try {
+        while (others.size() + 1 < threads) {
+            others.emplace_back(work);
+        }
+    } catch (const std::system_error &) {
+        // The system has no more threads; those that are there do all of it.
+    }
+    work();
+}
+
+/// Reading the rollout files is mostly waiting for the file system, file by file, so that several
+/// threads share it. Each batch goes as its records come: a million rows are not held twice.
+std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string &home,
+                                  const KnownRecords &known) {
+    std::vector<std::vector<ThreadRecord>> made(batches.size());
+    std::atomic<std::size_t> next = 0;
+    runOnThreads(batches.size(), [&] {
+        RecordMaker maker(home, known);
+        for (std::size_t i = next++; i < batches.size(); i = next++) {
+            made[i] = maker.records(std::exchange(batches[i], {}));
+        }
+    });
     std::vector<ThreadRecord> threads;
-    threads.reserve(rows.size());
-    for (; !rows.empty(); rows.pop_front()) {
-        Listed &row = rows.front();
-        row.fields.runState = resolver.resolve(row.rolloutPath, row.fields.archived, parser);
-        threads.push_back(known.record(std::move(row.fields)));
+    threads.reserve(made.size() * batchSize);
+    for (std::vector<ThreadRecord> &some : made) {
+        std::ranges::move(some, std::back_inserter(threads));
     }
     return threads;
 }
@@ -249,13 +334,13 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
     if (!connection) {
         return std::unexpected(connection.error());
     }
-    auto rows = readRows(connection->get(), m_home);
+    auto rows = readRows(connection->get());
     // The agent may wait for its database: it is let go before the rollout files are read.
     connection->reset();
     if (!rows) {
         return std::unexpected(rows.error());
     }
-    return records(*std::move(rows), KnownRecords(known));
+    return records(*std::move(rows), m_home, KnownRecords(known));
 }
 
 } // namespace tallyview
