@@ -15,20 +15,20 @@ namespace {
 void requireDistinctIDs(const std::vector<ThreadRecord> &threads) {
     struct Slot {
         std::size_t hash = 0;
-        const std::string *id = nullptr;
+        const ThreadRecord *thread = nullptr;
     };
     std::vector<Slot> slots(std::bit_ceil(2 * threads.size() + 1));
     const std::size_t mask = slots.size() - 1;
     for (const ThreadRecord &thread : threads) {
-        const std::size_t hash = CanonicalHash()(thread.id());
+        const std::size_t hash = thread.identityHash();
         std::size_t place = hash & mask;
-        while (slots[place].id != nullptr) {
-            if (slots[place].hash == hash && canonicallyEqual(*slots[place].id, thread.id())) {
+        for (; slots[place].thread != nullptr; place = (place + 1) & mask) {
+            if (slots[place].hash == hash &&
+                canonicallyEqual(slots[place].thread->id(), thread.id())) {
                 preconditionFailure("Duplicate values for key: '" + thread.id() + "'");
             }
-            place = (place + 1) & mask;
         }
-        slots[place] = {hash, &thread.id()};
+        slots[place] = {hash, &thread};
     }
 }
 
@@ -41,8 +41,8 @@ TaskCompletionTracker::completedThreads(const std::vector<ThreadRecord> &threads
     decltype(m_running) running;
     for (const ThreadRecord &thread : threads) {
         if (thread->runState == ThreadRunState::running) {
-            running.insert(thread.id());
-        } else if (!m_running.empty() && m_running.contains(thread.id())) {
+            running.insert(thread);
+        } else if (!m_running.empty() && m_running.contains(thread)) {
             completed.push_back(thread);
         }
     }

@@ -3,7 +3,6 @@
 #include "core/ThreadRecord.h"
 #include "core/UnicodeText.h"
 
-#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -22,7 +21,15 @@ public:
     std::vector<ThreadRecord> completedThreads(const std::vector<ThreadRecord> &threads);
 
 private:
-    std::unordered_set<std::string, CanonicalHash, CanonicalEqual> m_running; ///< before
+    struct IdentityHash {
+        std::size_t operator()(const ThreadRecord &record) const { return record.identityHash(); }
+    };
+    struct SameIdentity {
+        bool operator()(const ThreadRecord &left, const ThreadRecord &right) const {
+            return canonicallyEqual(left.id(), right.id());
+        }
+    };
+    std::unordered_set<ThreadRecord, IdentityHash, SameIdentity> m_running; ///< before
 };
 
 } // namespace tallyview

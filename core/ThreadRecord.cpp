@@ -73,7 +73,9 @@ private:
 
 ThreadRecord::ThreadRecord(Fields fields) {
     std::string searchText = makeSearchText(fields);
-    m_data = std::make_shared<const Data>(Data{std::move(fields), std::move(searchText)});
+    const std::size_t identityHash = CanonicalHash()(fields.id);
+    m_data =
+        std::make_shared<const Data>(Data{std::move(fields), std::move(searchText), identityHash});
 }
 
 bool operator==(const ThreadRecord &left, const ThreadRecord &right) {
@@ -102,13 +104,10 @@ std::size_t ThreadRecord::hash() const {
 }
 
 std::size_t positionOf(std::span<const ThreadRecord> threads, std::string_view id) {
-    // Nearly always the bytes are the same, which is quick to see.
-    auto found = std::ranges::find(threads, id, &ThreadRecord::id);
-    if (found == threads.end()) {
-        found = std::ranges::find_if(threads, [id](const ThreadRecord &thread) {
-            return canonicallyEqual(thread.id(), id);
-        });
-    }
+    const std::size_t hash = CanonicalHash()(id);
+    const auto found = std::ranges::find_if(threads, [&](const ThreadRecord &thread) {
+        return thread.identityHash() == hash && canonicallyEqual(thread.id(), id);
+    });
     return static_cast<std::size_t>(found - threads.begin());
 }
 

@@ -57,6 +57,9 @@ public:
     /// is built.
     const std::string &searchText() const { return m_data->searchText; }
 
+    /// Agrees with the canonical equivalence of ids. Worked out when the record is built.
+    std::size_t identityHash() const { return m_data->identityHash; }
+
     /// True when all fifteen fields are equal; canonically equivalent texts are equal.
     friend bool operator==(const ThreadRecord &left, const ThreadRecord &right);
 
@@ -67,6 +70,7 @@ private:
     struct Data {
         Fields fields;
         std::string searchText;
+        std::size_t identityHash;
     };
     std::shared_ptr<const Data> m_data;
 };

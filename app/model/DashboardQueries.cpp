@@ -205,8 +205,7 @@ std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visibl
                                                         const CalendarCutoffs &cutoffs) {
     // During the first hour of a day a thread of shortly before midnight is in "recent" and in
     // "week".
-    const auto belongs = [&](const ThreadRecord &thread, TaskRecencyFilter bucket) {
-        const Instant time = sortKey(thread);
+    const auto belongs = [&](Instant time, TaskRecencyFilter bucket) {
         switch (bucket) {
         case TaskRecencyFilter::recent:
             return time >= cutoffs.recent;
@@ -221,13 +220,17 @@ std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visibl
     };
     std::vector<ThreadTimeGroup> groups;
     for (const TaskRecencyFilter bucket : allCases<TaskRecencyFilter>) {
-        ThreadList threads =
-            filtered(visible, [&](const ThreadRecord &thread) { return belongs(thread, bucket); });
-        if (!threads.empty()) {
-            groups.push_back(
-                {std::string(rawValue(bucket)), std::string(title(bucket)), std::move(threads)});
+        groups.push_back({std::string(rawValue(bucket)), std::string(title(bucket)), {}});
+    }
+    for (const ThreadRecord &thread : visible) {
+        const Instant time = sortKey(thread);
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            if (belongs(time, allCases<TaskRecencyFilter>[i])) {
+                groups[i].threads.push_back(thread);
+            }
         }
     }
+    std::erase_if(groups, [](const ThreadTimeGroup &group) { return group.threads.empty(); });
     return groups;
 }
 
