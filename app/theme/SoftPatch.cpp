@@ -94,4 +94,15 @@ SoftPatch softPatch(const SoftLook &look, const QSizeF &size, qreal pixelRatio) 
     return patch;
 }
 
+SoftPatch centredPatch(const QImage &image, const QSizeF &size, qreal pixelRatio) {
+    if (image.isNull()) {
+        return {};
+    }
+    const QSizeF room = (size * pixelRatio - image.size()) / 2;
+    const QRectF target(qRound(room.width()), qRound(room.height()), image.width(), image.height());
+    return {image,
+            {{QRectF(target.topLeft() / pixelRatio, target.size() / pixelRatio),
+              QRectF(image.rect())}}};
+}
+
 } // namespace tallyview

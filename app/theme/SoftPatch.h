@@ -29,4 +29,7 @@ struct SoftPatch {
 /// Pictures are kept by look and shared between surfaces; main thread only.
 SoftPatch softPatch(const SoftLook &look, const QSizeF &size, qreal pixelRatio);
 
+/// `image` in the middle of an item of `size` points, on whole device pixels of the item.
+SoftPatch centredPatch(const QImage &image, const QSizeF &size, qreal pixelRatio);
+
 } // namespace tallyview

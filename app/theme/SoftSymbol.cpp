@@ -30,19 +30,6 @@ QImage picture(const SymbolImage &symbol, qreal pixelRatio) {
     return image;
 }
 
-/// `image` in the middle of an item of `size` points, on whole device pixels of
-/// the item.
-SoftPatch centred(const QImage &image, const QSizeF &size, qreal pixelRatio) {
-    if (image.isNull()) {
-        return {};
-    }
-    const QSizeF room = (size * pixelRatio - image.size()) / 2;
-    const QRectF target(qRound(room.width()), qRound(room.height()), image.width(), image.height());
-    return {image,
-            {{QRectF(target.topLeft() / pixelRatio, target.size() / pixelRatio),
-              QRectF(image.rect())}}};
-}
-
 } // namespace
 
 SoftSymbol::SoftSymbol(QQuickItem *parent) : PatchItem(parent) {
@@ -61,7 +48,8 @@ void SoftSymbol::takeSymbol() {
 }
 
 SoftPatch SoftSymbol::makePatch(qreal pixelRatio) const {
-    return centred(picture({m_name, m_size, m_weight, m_color}, pixelRatio), size(), pixelRatio);
+    return centredPatch(picture({m_name, m_size, m_weight, m_color}, pixelRatio), size(),
+                        pixelRatio);
 }
 
 } // namespace tallyview

@@ -1,4 +1,4 @@
-#include "app/shell/AppAssets.h"
+#include "app/theme/AppAssets.h"
 
 #include <QPixmap>
 
