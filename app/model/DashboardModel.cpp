@@ -5,8 +5,6 @@
 #include "app/platform/UserDefaults.h"
 #include "core/Precondition.h"
 
-#include <QtConcurrent>
-
 #include <algorithm>
 #include <utility>
 
@@ -43,7 +41,8 @@ DashboardModel::DashboardModel(OrvikThreadStore store, DashboardEnvironment envi
     , m_store(std::move(store))
     , m_environment(std::move(environment))
     , m_pinnedIDs(storedPins(m_environment.defaults)) {
-    connect(&m_reading, &QFutureWatcherBase::finished, this, &DashboardModel::finishRefresh);
+    connect(this, &DashboardModel::readingFinished, this, &DashboardModel::finishRefresh,
+            Qt::QueuedConnection);
     m_monitoringTimer.setSingleShot(true);
     m_monitoringTimer.setTimerType(Qt::PreciseTimer);
     m_monitoringTimer.setInterval(m_environment.refreshInterval);
@@ -98,12 +97,15 @@ void DashboardModel::refresh() {
         return;
     }
     assign(m_isLoading, true);
-    m_reading.setFuture(QtConcurrent::run(
-        [store = m_store, known = m_threads] { return store.listThreads(*known); }));
+    m_reading = std::jthread([this, store = m_store, known = m_threads] {
+        m_readResult = store.listThreads(*known);
+        emit readingFinished(QPrivateSignal());
+    });
 }
 
 void DashboardModel::finishRefresh() {
-    ReadResult result = m_reading.future().takeResult();
+    m_reading.join();
+    ReadResult result = std::exchange(m_readResult, {});
     if (result) {
         applyThreads(*std::move(result));
     } else {

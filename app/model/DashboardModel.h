@@ -8,7 +8,6 @@
 #include "core/ThreadTimeGroup.h"
 #include "core/UnicodeText.h"
 
-#include <QFutureWatcher>
 #include <QObject>
 #include <QTimer>
 #include <QtQmlIntegration>
@@ -16,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <unordered_set>
 #include <vector>
 
@@ -126,6 +126,8 @@ signals:
     void taskCompleted(const tallyview::ThreadRecord &thread);
     /// A refresh has been applied, or has failed.
     void refreshFinished();
+    /// From the thread that reads, with what it read at hand.
+    void readingFinished(QPrivateSignal);
 
 private:
     using ReadResult = std::expected<ThreadList, OrvikThreadStoreError>;
@@ -151,7 +153,6 @@ private:
     DashboardEnvironment m_environment;
     TaskCompletionTracker m_completionTracker;
     QTimer m_monitoringTimer;
-    QFutureWatcher<ReadResult> m_reading;
     bool m_isMonitoring = false;
     bool m_loopAwaitsRefresh = false;
 
@@ -170,6 +171,9 @@ private:
     bool m_newestFirst = true;
     std::optional<std::string> m_selectedThreadID;
     TextSet m_pinnedIDs;
+
+    ReadResult m_readResult; ///< written by m_reading, read when that has been joined
+    std::jthread m_reading;  ///< last, so that it is joined before anything goes
 };
 
 /// The one rule of every status filter and counter: an archived thread counts as completed.
