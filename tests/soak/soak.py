@@ -152,9 +152,9 @@ def full(scene, seconds):
                 with filler.open("ab", buffering=0) as file, contextlib.suppress(OSError):
                     while file.write(b"x" * 4096):
                         pass
-                scene.refresh_for(0.1, LOCKED)
+                scene.refresh_for(0.1, LOCKED, UNRECOVERED)
             filler.unlink()
-            scene.refresh_for(0.5, LOCKED)
+            scene.refresh_for(0.5, LOCKED, UNRECOVERED)
     if not all(each.ledger.refused.value for each in scene.agents):
         raise Failed("the disk was not full")
 
