@@ -234,6 +234,27 @@ TEST_F(OrvikThreadStoreTest, sharesTheDataOfRecordsThatStayAsTheyAre) {
     EXPECT_EQ(shared, "new:未命名任务 same=caf\u00e9 changed:b respelled:cafe\u0301 ");
 }
 
+// Enough rows for all threads that make records.
+TEST_F(OrvikThreadStoreTest, keepsManyRowsInOrderWithTheirStates) {
+    const std::string running = folder.write(
+        "running.jsonl", R"({"type": "event_msg", "payload": {"type": "task_started"}})");
+    const Writer writer(path);
+    writer.execute(schema);
+    writer.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
+                   "INSERT INTO threads (id, updated_at, rollout_path) SELECT i, 10000 - i, "
+                   "iif(i % 7 = 0, '" +
+                   running + "', '/nowhere') FROM n");
+    const auto threads = store.listThreads().value();
+    ASSERT_EQ(threads.size(), 3000U);
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        const std::size_t id = i + 1;
+        ASSERT_EQ(threads[i].id(), std::to_string(id));
+        ASSERT_EQ(threads[i]->runState == ThreadRunState::running, id % 7 == 0) << id;
+    }
+    EXPECT_TRUE(std::ranges::equal(store.listThreads(threads).value(), threads, {},
+                                   &ThreadRecord::operator->, &ThreadRecord::operator->));
+}
+
 TEST_F(OrvikThreadStoreTest, tellsWhyThereIsNoList) {
     expectFailure(path, Kind::databaseMissing, "找不到 Orvik 状态数据库：" + path);
     expectFailure("", Kind::databaseMissing, "找不到 Orvik 状态数据库：");
