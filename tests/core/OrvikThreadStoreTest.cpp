@@ -243,18 +243,6 @@ TEST_F(OrvikThreadStoreTest, returnsNoPartOfADamagedTable) {
     EXPECT_GT(failures, 40);
 }
 
-TEST_F(OrvikThreadStoreTest, readsWhatTheAgentHasCommittedSoFar) {
-    const Writer writer(path);
-    writer.execute("PRAGMA journal_mode = WAL");
-    writer.execute(schema);
-    writer.execute("INSERT INTO threads (id) VALUES ('a')");
-    writer.execute("BEGIN IMMEDIATE");
-    writer.execute("INSERT INTO threads (id) VALUES ('b')");
-    EXPECT_EQ(store.listThreads().value().size(), 1U);
-    writer.execute("COMMIT");
-    EXPECT_EQ(store.listThreads().value().size(), 2U);
-}
-
 TEST_F(OrvikThreadStoreTest, waitsForALockButNotForEver) {
     const Writer writer(path);
     writer.execute(schema);

@@ -119,20 +119,15 @@ private:
     std::mt19937 m_random{7};
 };
 
-struct Sizes {
-    std::size_t parts;
-    std::size_t longestFiller;
-    std::size_t leastChunk;
-    std::size_t chunkChoices;
-    int rounds;
-};
-
 TEST_F(ThreadRunStateResolverTest, agreesWithThePlainStepsOnRandomFiles) {
-    const std::vector<Sizes> scales{{12, 8, 1, 64, 20'000},
-                                    {60, 200, 1'600, 8'000, 10'000},
-                                    {60, 100'000, ThreadRunStateResolver::defaultChunkSize, 1, 60}};
+    struct Sizes {
+        std::size_t parts, longestFiller, leastChunk, chunkChoices;
+        int rounds;
+    };
+    constexpr std::size_t real = ThreadRunStateResolver::defaultChunkSize;
     FileGenerator generator;
-    for (const Sizes &sizes : scales) {
+    for (const Sizes &sizes : std::vector<Sizes>{
+             {12, 8, 1, 64, 20'000}, {60, 200, 1'600, 8'000, 10'000}, {60, 100'000, real, 1, 60}}) {
         int runningCount = 0;
         for (int round = 0; round < sizes.rounds; ++round) {
             const std::string bytes = generator.next(sizes.parts, sizes.longestFiller);

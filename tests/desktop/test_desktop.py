@@ -126,18 +126,7 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
 
 
 class Settings(OnTheDesktop):
-    def test_a_change_from_elsewhere_shows_at_once(self):
-        desktop = self.desktop
-        desktop.store("appearanceMode", "light")
-        desktop.start_application()
-        self.assertEqual(desktop.pixel(5, 700), "#f7fafb")
-        desktop.store("appearanceMode", "dark")
-        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
-        desktop.store("dashboardMode", "focus")
-        self.expect("label", "专注空间")
-        self.quiet()
-
-    def test_the_desktops_appearance_is_followed(self):
+    def test_the_desktop_and_the_file_are_followed(self):
         desktop = self.desktop
 
         def desktop_setting(key, value):
@@ -162,6 +151,9 @@ class Settings(OnTheDesktop):
         until(lambda: not moves(), "the end of the pulse")
         desktop.store("appearanceMode", "dark")
         until(lambda: desktop.pixel(5, 700) == "#1a2429", "the stored choice")
+        desktop.store("dashboardMode", "focus")
+        self.expect("label", "专注空间")
+        self.quiet()
 
 
 class Notices(OnTheDesktop):

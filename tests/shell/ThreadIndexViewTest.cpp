@@ -1,5 +1,7 @@
 #include "tests/shell/ShellFixture.h"
 
+#include <cmath>
+
 using namespace tallyview;
 using namespace tallyview::test;
 
@@ -9,6 +11,14 @@ std::vector<Sample> some() {
     return {{.id = "a", .age = 10, .title = "First"},
             {.id = "b", .age = 7200, .title = "<b>Second</b>"},
             {.id = "c", .age = 7300, .running = false, .title = "Third"}};
+}
+
+std::vector<Sample> lately(int count) {
+    std::vector<Sample> samples;
+    for (int i = 0; i < count; ++i) {
+        samples.push_back({.id = std::to_string(i), .age = i / 8});
+    }
+    return samples;
 }
 
 QString titles(const ShellFixture &f) {
@@ -95,6 +105,53 @@ private slots:
         QTest::qWait(60);
         QVERIFY2(!pulsing(0), "a task that finishes stops at once");
         QVERIFY2(!pulsing(1), "a task that starts on screen does not begin");
+    }
+
+    void theScrollerTellsAndMoves() {
+        ShellFixture f(lately(53));
+        QQuickItem *list = f.item("ThreadList");
+        const auto *knob = list->findChild<QQuickItem *>("knob");
+        const QRectF area = f.rect(list);
+        const double content = list->property("contentHeight").toDouble();
+        const double hidden = content - area.height();
+        const double length = area.height() * area.height() / content;
+        const auto top = [list] { return list->property("contentY").toDouble(); };
+        for (const double share : {0.0, 0.5, 1.0}) {
+            list->setProperty("contentY", share * hidden);
+            QCOMPARE(f.rect(knob).translated(-area.topLeft()),
+                     QRectF(area.width() - 2.65, share * (area.height() - length) + 1.5, 2.3,
+                            length - 3));
+        }
+        // It grips the knob beside its visible part.
+        list->setProperty("contentY", 0);
+        const QPoint grip = area.topRight().toPoint() + QPoint(-8, 20);
+        QTest::mousePress(f.window, Qt::LeftButton, {}, grip);
+        QTest::mouseMove(f.window, grip + QPoint(0, 100));
+        QCOMPARE(top(), std::round(100 / (area.height() - length) * hidden));
+        QTest::mouseMove(f.window, grip + QPoint(0, 2000));
+        QCOMPARE(top(), hidden);
+        QTest::mouseRelease(f.window, Qt::LeftButton, {}, grip + QPoint(0, 2000));
+        // A click beside the knob turns a page.
+        QTest::mouseClick(f.window, Qt::LeftButton, {}, grip);
+        QCOMPARE(top(), hidden - area.height());
+        const QPointF middle = area.center();
+        for (const auto &[turn, wanted] : {std::pair(1200, hidden - area.height() - 960),
+                                           {-120, hidden - area.height() - 864},
+                                           {12000, 0.0}}) {
+            QWheelEvent wheel(middle, middle, {}, {0, turn}, {}, {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(f.window, &wheel);
+            QCOMPARE(top(), wanted);
+        }
+        QCOMPARE(knob->parentItem()->opacity(), 1.0);
+        QTest::mouseMove(f.window, middle.toPoint());
+        QTRY_COMPARE(knob->parentItem()->opacity(), 0.0);
+
+        f.show(lately(5000));
+        f.press(Qt::Key_End);
+        QCOMPARE(knob->height(), 25.0);
+        QCOMPARE(f.rect(knob).bottom(), area.bottom() - 1.5);
+        f.show(lately(3));
+        QVERIFY(top() == 0 && !knob->isVisible());
     }
 
     void whatIsReadDecidesWhatShows_data() {

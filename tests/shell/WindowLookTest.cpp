@@ -293,34 +293,33 @@ private slots:
         QCOMPARE(card.right() - f.rect(f.text("2 个任务")).right(), 18.0);
     }
 
-    void theWindowHasThePaletteOfItsAppearance_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<QString>("colors");
-        // Canvas, sidebar, picker's well, badge of a project, detail panel, selected project row,
-        // project card: what the palette's components come to in 8 bits.
-        QTest::newRow("light") << false
-                               << "#f1f6f8 #f7fafb #e6edf0 #e6edf0 #f7fafb #2961e8 #f7fafb";
-        QTest::newRow("dark") << true << "#131b1f #1a2429 #0e1417 #0e1417 #1a2429 #2961e8 #1a2429";
-    }
-    void theWindowHasThePaletteOfItsAppearance() {
-        QFETCH(const bool, dark);
-        ShellFixture f(twoProjects(), {{"appearanceMode", dark ? "light" : "dark"}});
-        // Every surface follows while the window is open.
-        f.defaults.setValue("appearanceMode", dark ? "dark" : "light");
-        f.settle();
+    void everySurfaceFollowsTheAppearance() {
+        ShellFixture f(twoProjects());
         const auto colorOf = [&](const QQuickItem *item, double x, double y) {
             const QPointF point = f.rect(item).topLeft() + QPointF(x, y);
             return f.pixel(int(point.x()), int(point.y())).name();
         };
-        const QQuickItem *picker = f.item("AppearancePicker");
-        QStringList colors{
-            colorOf(f.item("ThreadIndexView"), 5, 890), colorOf(f.item("SidebarView"), 5, 600),
-            colorOf(picker, picker->width() / 2, 16),   colorOf(f.items("ProjectRow")[0], 10, 20),
-            colorOf(f.item("DetailPanelView"), 10, 10), colorOf(f.item("AllProjectsRow"), 100, 4)};
-        f.workspace.toggleMode();
-        f.settle();
-        colors.append(colorOf(f.items("FocusProjectCard")[0], 140, 40));
-        QTEST(colors.join(u' '), "colors");
+        // Canvas, sidebar, picker's well, badge of a project, detail panel, selected project row,
+        // project card: what the palette's components come to in 8 bits.
+        for (const auto &[appearance, wanted] :
+             {std::pair("dark", "#131b1f #1a2429 #0e1417 #0e1417 #1a2429 #2961e8 #1a2429"),
+              std::pair("light", "#f1f6f8 #f7fafb #e6edf0 #e6edf0 #f7fafb #2961e8 #f7fafb")}) {
+            f.defaults.setValue("appearanceMode", appearance);
+            f.settle();
+            const QQuickItem *picker = f.item("AppearancePicker");
+            QStringList colors{colorOf(f.item("ThreadIndexView"), 5, 890),
+                               colorOf(f.item("SidebarView"), 5, 600),
+                               colorOf(picker, picker->width() / 2, 16),
+                               colorOf(f.item("ProjectRow"), 10, 20),
+                               colorOf(f.item("DetailPanelView"), 10, 10),
+                               colorOf(f.item("AllProjectsRow"), 100, 4)};
+            f.workspace.toggleMode();
+            f.settle();
+            colors.append(colorOf(f.item("FocusProjectCard"), 140, 40));
+            QCOMPARE(colors.join(u' '), wanted);
+            f.workspace.toggleMode();
+            f.settle();
+        }
     }
 
     void longTextsAreCut() {
