@@ -8,15 +8,6 @@ using namespace tallyview::test;
 
 namespace {
 
-/// Threads "0", "1", … a second apart, all within the last hour.
-std::vector<Sample> lately(int count) {
-    std::vector<Sample> samples;
-    for (int i = 0; i < count; ++i) {
-        samples.push_back({.id = std::to_string(i), .age = i});
-    }
-    return samples;
-}
-
 /// A thread index whose list shows 680 points: ten rows.
 struct IndexFixture : ModelFixture {
     IndexFixture() {

@@ -110,7 +110,8 @@ private slots:
             portal.set(group, key, value);
             const FreedesktopAppearance system;
             QTest::qWait(100);
-            QVERIFY2(shown(system) == expected, qPrintable(key + ": " + value.toString()));
+            QVERIFY2(QTest::qWaitFor([&] { return shown(system) == expected; }),
+                     qPrintable(key + ": " + value.toString()));
         }
     }
 

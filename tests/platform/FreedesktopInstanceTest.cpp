@@ -124,11 +124,6 @@ private slots:
         QVERIFY(time.elapsed() < 5'000);
     }
 
-    void runsWithoutABus() {
-        FreedesktopInstance alone(QDBusConnection("no such connection"));
-        QCOMPARE(text(alone.claim("leave")), "primary");
-    }
-
     void launchersShowTheWindow() {
         const QVariantMap x11{{"desktop-startup-id", "x"}};
         const QVariantMap both{{"activation-token", "w"}, {"desktop-startup-id", "x"}};

@@ -5,14 +5,6 @@
 using namespace tallyview;
 using namespace tallyview::test;
 
-namespace {
-
-std::vector<Sample> three() {
-    return {{.id = "a", .age = 1}, {.id = "b", .age = 2}, {.id = "c", .age = 3}};
-}
-
-} // namespace
-
 class KeyMonitorTest : public QObject {
     Q_OBJECT
 
@@ -20,7 +12,7 @@ private slots:
     void arrowsSelectAndReturnOpens() {
         for (const Qt::KeyboardModifiers modifiers :
              {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
-            ShellFixture f(three());
+            ShellFixture f(lately(3));
             f.model.setSelectedThreadID(std::nullopt);
             f.press(Qt::Key_Return, modifiers);
             QCOMPARE(f.opener.opened.size(), 0);
@@ -29,7 +21,7 @@ private slots:
                 f.press(key, modifiers);
                 walk.append(f.selected());
             }
-            QCOMPARE(walk.join(u' '), "b c a c");
+            QCOMPARE(walk.join(u' '), "1 2 0 2");
             f.press(Qt::Key_Enter, modifiers | Qt::KeypadModifier);
             // A held key opens once.
             for (const bool repeats : {false, true, true}) {
@@ -37,12 +29,12 @@ private slots:
                 QCoreApplication::sendEvent(f.window, &press);
             }
             QCOMPARE(f.opener.opened,
-                     (QList<QByteArray>{"orvik://threads/c", "orvik://threads/c"}));
+                     (QList<QByteArray>{"orvik://threads/2", "orvik://threads/2"}));
         }
     }
 
     void theSearchFieldKeepsItsKeys() {
-        ShellFixture f(three());
+        ShellFixture f(lately(3));
         const QString selected = f.selected();
         f.press(Qt::Key_K, Qt::ControlModifier);
         auto *field = qobject_cast<QQuickItem *>(f.window->focusObject());
@@ -73,7 +65,7 @@ private slots:
     }
 
     void anOpenMenuKeepsItsKeys() {
-        ShellFixture f(three());
+        ShellFixture f(lately(3));
         const QString selected = f.selected();
         f.click(f.items("QQuickMenuBarItem")[1]);
         f.press(Qt::Key_Down);
@@ -86,7 +78,7 @@ private slots:
     }
 
     void shortcutsOfTheMenuStillWork() {
-        ShellFixture f(three());
+        ShellFixture f(lately(3));
         QSignalSpy refreshed(&f.model, &DashboardModel::refreshFinished);
         f.press(Qt::Key_R, Qt::ControlModifier);
         QTRY_COMPARE(refreshed.count(), 1);
@@ -95,11 +87,7 @@ private slots:
     }
 
     void pageKeysScrollWhateverHasTheFocus() {
-        std::vector<Sample> many;
-        for (int i = 0; i < 5000; ++i) {
-            many.push_back({.id = std::to_string(i), .age = i / 8});
-        }
-        ShellFixture f(many);
+        ShellFixture f(lately(5000));
         const QQuickItem *list = f.item("ThreadList");
         const auto top = [list] { return list->property("contentY").toDouble(); };
         f.press(Qt::Key_PageDown);

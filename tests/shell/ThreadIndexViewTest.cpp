@@ -13,14 +13,6 @@ std::vector<Sample> some() {
             {.id = "c", .age = 7300, .running = false, .title = "Third"}};
 }
 
-std::vector<Sample> lately(int count) {
-    std::vector<Sample> samples;
-    for (int i = 0; i < count; ++i) {
-        samples.push_back({.id = std::to_string(i), .age = i / 8});
-    }
-    return samples;
-}
-
 QString titles(const ShellFixture &f) {
     QStringList result;
     for (const QQuickItem *row : f.items("TaskRowView")) {
