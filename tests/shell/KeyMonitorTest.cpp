@@ -87,7 +87,7 @@ private slots:
     }
 
     void pageKeysScrollWhateverHasTheFocus() {
-        ShellFixture f(lately(5000));
+        ShellFixture f(lately(1000));
         const QQuickItem *list = f.item("ThreadList");
         const auto top = [list] { return list->property("contentY").toDouble(); };
         f.press(Qt::Key_PageDown);
