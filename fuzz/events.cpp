@@ -1,5 +1,5 @@
 #include "core/RolloutEvent.h"
-#include "tests/support/PlainRolloutEvent.h"
+#include "tests/support/PlainCore.h"
 
 #include "fuzz/Check.h"
 

@@ -1,5 +1,5 @@
 #include "core/ThreadRunStateResolver.h"
-#include "tests/support/PlainRunStateResolver.h"
+#include "tests/support/PlainCore.h"
 
 #include "fuzz/Check.h"
 #include "fuzz/MemoryFile.h"

@@ -1,5 +1,5 @@
 #include "core/OrvikThreadStore.h"
-#include "tests/core/TemporaryFolder.h"
+#include "tests/support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -109,7 +109,7 @@ protected:
             << damage;
     }
 
-    TemporaryFolder folder;
+    tests::TemporaryHome folder;
     std::string path = folder.path("state.sqlite");
     std::vector<Victim> files;
 };

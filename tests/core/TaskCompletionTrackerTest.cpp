@@ -2,62 +2,53 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
 namespace tallyview {
 namespace {
 
-/// One record per word: its id, with a trailing "+" when it runs.
-std::vector<ThreadRecord> threads(const std::vector<std::string> &words) {
-    std::vector<ThreadRecord> result;
-    for (std::string id : words) {
-        const bool runs = id.ends_with('+');
-        if (runs) {
-            id.pop_back();
-        }
-        result.emplace_back(ThreadRecord::Fields{
-            .id = id, .runState = runs ? ThreadRunState::running : ThreadRunState::completed});
-    }
-    return result;
-}
-
-using Lists = std::vector<std::vector<std::string>>;
-
-/// What each of the lists in turn reports, lists parted by bars.
-std::string reported(const Lists &lists) {
+/// What each of the lists in turn reports. Bars part the lists; a thread is its id, with a
+/// trailing "+" when it runs.
+std::string reported(const std::string &lists) {
     TaskCompletionTracker tracker;
+    std::vector<ThreadRecord> list;
     std::string text;
-    for (const auto &list : lists) {
-        for (const ThreadRecord &thread : tracker.completedThreads(threads(list))) {
-            text += thread.id();
+    std::istringstream words(lists + " |");
+    for (std::string word; words >> word;) {
+        if (word == "|") {
+            for (const ThreadRecord &thread : tracker.completedThreads(list)) {
+                text += thread.id();
+            }
+            text += '|';
+            list.clear();
+        } else if (word.ends_with('+')) {
+            word.pop_back();
+            list.push_back(ThreadRecord({.id = word, .runState = ThreadRunState::running}));
+        } else {
+            list.push_back(ThreadRecord({.id = word}));
         }
-        text += '|';
     }
     return text;
 }
 
 TEST(TaskCompletionTracker, reportsTasksThatFinishedBetweenTwoLists) {
-    const std::vector<std::pair<Lists, std::string>> cases{
-        {{{"A+"}, {"A"}}, "|A|"},
-        {{{"A"}, {"A"}}, "||"},
-        {{{"A+"}, {"A+"}, {"A"}, {"A"}}, "||A||"},
-        {{{"A+"}, {}, {"A"}}, "|||"},
-        {{{}, {"A"}}, "||"},
-        {{{}, {"A+"}, {"A"}}, "||A|"},
-        {{{"A"}, {"A+"}, {"A"}}, "||A|"},
-        {{{"A+", "B+", "C+", "D"}, {"C", "D", "B+", "A"}, {"B"}}, "|CA|B|"},
-        {{{"\u00E9+"}, {"e\u0301"}}, "|e\u0301|"},
-    };
-    for (const auto &[lists, expected] : cases) {
-        EXPECT_EQ(reported(lists), expected) << testing::PrintToString(lists);
+    for (const auto &[lists, expected] :
+         std::vector<std::pair<std::string, std::string>>{{"A | A+ | A", "||A|"},
+                                                          {"A+ | A+ | A | A", "||A||"},
+                                                          {"A+ | | A", "|||"},
+                                                          {"| A | A", "|||"},
+                                                          {"A+ B+ C+ D | C D B+ A | B", "|CA|B|"},
+                                                          {"\u00E9+ | e\u0301", "|e\u0301|"}}) {
+        EXPECT_EQ(reported(lists), expected) << lists;
     }
 }
 
 TEST(TaskCompletionTrackerDeathTest, stopsAtARepeatedId) {
-    EXPECT_EXIT(reported({{"A", "B+", "A+"}}), testing::KilledBySignal(SIGABRT),
-                "^Fatal error: Duplicate values for key: 'A'\n$");
-    EXPECT_EXIT(reported({{"\u00E9"}, {"\u00E9", "e\u0301"}}), testing::KilledBySignal(SIGABRT),
+    EXPECT_EXIT(reported("100%s B+ 100%s+"), testing::KilledBySignal(SIGABRT),
+                "^Fatal error: Duplicate values for key: '100%s'\n$");
+    EXPECT_EXIT(reported("\u00E9 | \u00E9 e\u0301"), testing::KilledBySignal(SIGABRT),
                 "Duplicate values for key: 'e\u0301'\n$");
 }
 

@@ -32,7 +32,7 @@ def until(condition, what, seconds=20):
 class Desktop:
     BINARIES = os.environ["TALLYVIEW_BINARIES"]
 
-    def __init__(self, threads=40, seed=1):
+    def __init__(self):
         self.home = tempfile.mkdtemp(prefix="tallyview-desktop-")
         self.settings = os.path.join(self.home, ".config/orvik/tallyview.conf")
         self.environment = {
@@ -47,8 +47,8 @@ class Desktop:
         }
         self.processes = {}
         subprocess.run(
-            [f"{self.BINARIES}/orvik-tallyview-demo", "--home", self.home, "--threads", str(threads)]
-            + ["--seed", str(seed), "--rollouts", "small"],
+            [f"{self.BINARIES}/orvik-tallyview-demo", "--home", self.home, "--threads", "40",
+             "--rollouts", "small"],
             check=True, stdout=subprocess.DEVNULL)
         self.database = self.home + "/.orvik/state_5.sqlite"
 
@@ -106,20 +106,6 @@ class Desktop:
     def complete_task(self, thread):
         self._append(thread, "task_complete")
 
-    def running_tasks(self):
-        """The ids of the threads whose task is at work."""
-        rows = self.sql("SELECT id, rollout_path FROM threads WHERE archived = 0")
-        return {thread for thread, path in rows if path and self._last_event(path) == "task_started"}
-
-    @staticmethod
-    def _last_event(path):
-        if not os.path.exists(path):
-            return None
-        with open(path, "rb") as rollout:
-            events = re.findall(rb'"event_msg","payload":{"type":"(task_started|task_complete|turn_aborted)"',
-                                rollout.read())
-        return events[-1].decode() if events else None
-
     def _append(self, thread, event):
         [[path]] = self.sql("SELECT rollout_path FROM threads WHERE id = ?", thread)
         with open(path, "a", encoding="utf-8") as rollout:
@@ -137,13 +123,13 @@ class Desktop:
 
     # The notification daemon and the application that links lead to.
 
-    def start_daemon(self, markup="full"):
+    def start_daemon(self):
         configuration = self.home + "/dunstrc"
         script = self._script("notice", f"""json.dump([os.environ["DUNST_SUMMARY"],
             os.environ["DUNST_BODY"]], open({self.home + "/notices"!r}, "a")); print(file=
             open({self.home + "/notices"!r}, "a"))""")
         with open(configuration, "w", encoding="utf-8") as file:
-            file.write(f"[global]\nmarkup = {markup}\n[every]\nscript = {script}\n")
+            file.write(f"[global]\nmarkup = full\n[every]\nscript = {script}\n")
         self.start("daemon", "dunst", "-conf", configuration)
         bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         until(lambda: bus.call_sync(
@@ -224,7 +210,8 @@ class Desktop:
         assert actions.do_action(names.index("Press")), f"{role} {name} cannot be pressed"
 
     def texts(self):
-        return [item.get_name() for item in self.tree() if item.get_name()]
+        return [text for item in self.tree()
+                for text in (item.get_name(), item.get_description()) if text]
 
     # The settings file, as any program sees it.
 

@@ -5,6 +5,8 @@ using namespace tallyview::test;
 
 namespace {
 
+using Change = std::function<void(DashboardModel &)>;
+
 constexpr std::int64_t minute = 60;
 constexpr std::int64_t hour = 60 * minute;
 constexpr std::int64_t day = 24 * hour;
@@ -48,70 +50,67 @@ class DashboardQueriesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void filtersDecideWhatIsVisible_data() {
-        using Setup = std::function<void(DashboardModel &)>;
-        QTest::addColumn<Setup>("setup");
-        QTest::addColumn<QString>("visible");
-        const auto row = [](const char *name, const char *visible, const Setup &setup) {
-            QTest::newRow(name) << setup << visible;
-        };
-        const auto all = [row](const char *name, TaskRecencyFilter recency, const char *visible,
-                               const Setup &more) {
-            row(name, visible, [=](DashboardModel &model) {
+    void filtersDecideWhatIsVisible() {
+        using enum TaskRecencyFilter;
+        const auto all = [](
+                             TaskRecencyFilter recency, const Change &more = [](auto &) {}) {
+            return [=](DashboardModel &model) {
                 model.setStatusFilter(TaskStatusFilter::all);
                 model.setRecencyFilter(recency);
                 more(model);
-            });
+            };
         };
-        using enum TaskRecencyFilter;
-        row("defaults", "fresh morning", [](auto &) {});
-        row("completed", "done filed",
-            [](auto &m) { m.setStatusFilter(TaskStatusFilter::completed); });
-        row("older, running", "thursday", [](auto &m) { m.setRecencyFilter(older); });
-        all("today", today, "fresh done filed morning", [](auto &) {});
-        all("recent", recent, "future fresh", [](auto &) {});
-        all("older", older, "thursday timeless", [](auto &) {});
-        all("oldest first", week, "friday sunday morning filed done fresh future",
-            [](auto &m) { m.setNewestFirst(false); });
-        all("subagents", today, "fresh done filed helper morning",
-            [](auto &m) { m.setIncludeSubagents(true); });
-        all("project", week, "future morning", [](auto &m) { m.setSelectedProject("beta"); });
-        all("source", week, "morning", [](auto &m) { m.setSource("vscode"); });
-        all("pinned", week, "done", [](auto &m) { m.setPinnedOnly(true); });
-        // Nothing but status and subagents applies to a thread without a time.
-        all("older, pinned, elsewhere, unlike", older, "timeless", [](auto &m) {
-            m.setPinnedOnly(true);
-            m.setSelectedProject("atlas");
-            m.setQuery("unlike");
-            m.setSource("none");
-        });
-    }
-    void filtersDecideWhatIsVisible() {
-        QFETCH(std::function<void(DashboardModel &)>, setup);
+        const std::pair<Change, const char *> cases[] = {
+            {[](auto &) {}, "fresh morning"},
+            {[](auto &m) { m.setStatusFilter(TaskStatusFilter::completed); }, "done filed"},
+            {[](auto &m) { m.setRecencyFilter(older); }, "thursday"},
+            {all(today), "fresh done filed morning"},
+            {all(recent), "future fresh"},
+            {all(older), "thursday timeless"},
+            {all(today, [](auto &m) { m.setIncludeSubagents(true); }),
+             "fresh done filed helper morning"},
+            {all(week, [](auto &m) { m.setSelectedProject("beta"); }), "future morning"},
+            {all(week, [](auto &m) { m.setSource("vscode"); }), "morning"},
+            {all(week, [](auto &m) { m.setPinnedOnly(true); }), "done"},
+            // Nothing but status and subagents applies to a thread without a time.
+            {all(older,
+                 [](auto &m) {
+                     m.setPinnedOnly(true);
+                     m.setSelectedProject("atlas");
+                     m.setQuery("unlike");
+                     m.setSource("none");
+                 }),
+             "timeless"},
+            {all(week, [](auto &m) { m.setNewestFirst(false); }),
+             "friday sunday morning filed done fresh future"},
+        };
         ModelFixture f;
         std::vector<Sample> samples = mixed();
         samples.back().running = false;
         f.show(samples);
         f.model.togglePin(f.thread("done"));
-        setup(f.model);
-        QTEST(f.visible(), "visible");
+        for (const auto &[setUp, visible] : cases) {
+            f.model.clearFilters();
+            setUp(f.model);
+            QCOMPARE(f.visible(), visible);
+        }
     }
 
     void searchIsTrimmedAndBlindToCaseAndSpelling() {
         ModelFixture f;
         f.show({mixed().front()});
-        const auto found = [&f](const char *query) {
-            f.model.setQuery(query);
-            return f.visible() == "fresh";
-        };
-        for (const char *query :
-             {"   ", "  fOO\u3000", "gro\u0308ße", "/SRC/atl", "feature/foo cli"}) {
-            QVERIFY2(found(query), query);
-            QVERIFY(f.model.hasExtraFilters());
-        }
         // ß has no other lower case, there are no wildcards, ids are not searched, blanks count.
-        for (const char *query : {"GRÖSSE", "f*o", "fresh", "feature/foo  cli"}) {
-            QVERIFY2(!found(query), query);
+        for (const auto &[query, isFound] : {std::pair("   ", true),
+                                             {"  fOO\u3000", true},
+                                             {"gro\u0308ße", true},
+                                             {"/SRC/atl", true},
+                                             {"feature/foo cli", true},
+                                             {"GRÖSSE", false},
+                                             {"f*o", false},
+                                             {"fresh", false},
+                                             {"feature/foo  cli", false}}) {
+            f.model.setQuery(query);
+            QVERIFY2((f.visible() == "fresh") == isFound, query);
         }
     }
 
@@ -132,10 +131,7 @@ private slots:
                  "刚刚: future fresh | 今天: done filed morning | 本周: sunday friday");
         f.model.setRecencyFilter(TaskRecencyFilter::older);
         QCOMPARE(groups(f.model), "更早: thursday timeless");
-    }
-
-    void shortlyAfterMidnightAThreadIsInTwoGroups() {
-        ModelFixture f;
+        // Shortly after midnight a thread is in two groups.
         f.show({{.id = "late", .age = 12 * hour + 10 * minute}});
         f.model.setRecencyFilter(TaskRecencyFilter::week);
         f.now -= std::chrono::hours(12) - std::chrono::minutes(30);
@@ -207,7 +203,6 @@ private slots:
     }
 
     void extraFiltersAreWhatResetTakesBack() {
-        using Change = std::function<void(DashboardModel &)>;
         const Change changes[] = {
             [](auto &m) { m.setQuery(" "); },
             [](auto &m) { m.setSource("cli"); },

@@ -6,7 +6,7 @@
 #include <QTest>
 
 #include <algorithm>
-#include <numeric>
+#include <array>
 
 namespace tallyview::test {
 
@@ -54,35 +54,30 @@ class ListAdapterTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theViewIsToldTheFewestSteps_data() {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<QString>("steps");
-        const auto row = [](const char *name, const char *before, const char *after,
-                            const char *steps) { QTest::newRow(name) << before << after << steps; };
-        row("nothing", "a b c", "a b c", "");
-        row("fill", "", "a b c", "+0..2");
-        row("clear", "a b c", "", "-0..2");
-        row("one changed", "a1 b1 c1", "a1 b2 c1", "~1..1");
-        row("first moves last", "a b c d", "b c d a", "0>4");
-        row("last moves first", "a b c d", "d a b c", "3>0");
-        row("swap", "a b c d", "a d c b", "2>4 1>4");
-        row("remove around", "a b c d e", "b d", "-4..4 -2..2 -0..0");
-        row("insert around", "b d", "a b c d e", "+0..0 +2..2 +4..4");
-        row("everything", "a1 b c", "x c y a2", "-1..1 0>2 +0..0 +2..2 ~3..3");
-    }
     void theViewIsToldTheFewestSteps() {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
-        WordList list;
-        list.show(words(before));
-        const QAbstractItemModelTester tester(
-            &list, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QStringList steps;
-        record(list, steps);
-        list.show(words(after));
-        QTEST(steps.join(u' '), "steps");
-        QVERIFY(list.rows() == words(after));
+        const std::array<const char *, 3> cases[] = {
+            {"a b c", "a b c", ""},
+            {"", "a b c", "+0..2"},
+            {"a b c", "", "-0..2"},
+            {"a1 b1 c1", "a1 b2 c1", "~1..1"},
+            {"a b c d", "b c d a", "0>4"},
+            {"a b c d", "d a b c", "3>0"},
+            {"a b c d", "a d c b", "2>4 1>4"},
+            {"a b c d e", "b d", "-4..4 -2..2 -0..0"},
+            {"b d", "a b c d e", "+0..0 +2..2 +4..4"},
+            {"a1 b c", "x c y a2", "-1..1 0>2 +0..0 +2..2 ~3..3"},
+        };
+        for (const auto &[before, after, expected] : cases) {
+            WordList list;
+            list.show(words(before));
+            const QAbstractItemModelTester tester(
+                &list, QAbstractItemModelTester::FailureReportingMode::QtTest);
+            QStringList steps;
+            record(list, steps);
+            list.show(words(after));
+            QCOMPARE(steps.join(u' '), expected);
+            QVERIFY(list.rows() == words(after));
+        }
     }
 
     void anyListTurnsIntoAnyOther() {

@@ -63,6 +63,15 @@ struct Sample {
     std::string source = "cli";
 };
 
+/// Running threads "0", "1", … a second apart, the latest first.
+inline std::vector<Sample> lately(int count) {
+    std::vector<Sample> samples;
+    for (int i = 0; i < count; ++i) {
+        samples.push_back({.id = std::to_string(i), .age = i});
+    }
+    return samples;
+}
+
 /// A model over a database of its own with a clock that stands at noon.
 class ModelFixture {
 public:

@@ -1,5 +1,7 @@
 #include "app/model/ThreadFormatting.h"
 
+#include "app/model/ThreadDetail.h"
+
 #include <QTest>
 
 using namespace tallyview;
@@ -10,12 +12,54 @@ constexpr double now = 1'709'812'800; // 2024-03-07 12:00:00 UTC
 
 Instant at(double seconds) { return Instant(std::chrono::duration<double>(seconds)); }
 
+ThreadDetail detail(const ThreadRecord::Fields &fields) {
+    return threadDetail(ThreadRecord(fields), false, QTimeZone::utc());
+}
+
+QString properties(const ThreadRecord::Fields &fields) {
+    const ThreadDetail shown = detail(fields);
+    return QStringList{shown.badge,  shown.project, shown.updated, shown.source,    shown.model,
+                       shown.effort, shown.tokens,  shown.branch,  shown.directory, shown.threadID}
+        .join(u'|');
+}
+
 } // namespace
 
 class ThreadFormattingTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void detailsWriteOutWhatIsKnown() {
+        QLocale::setDefault(QLocale(QLocale::English));
+        QCOMPARE(properties({.id = "", .project = "Atlas"}),
+                 "ATL-|Atlas|未知||未记录|未记录|0|未记录|未记录|");
+        QCOMPARE(properties({.id = "019a3f20-1",
+                             .project = "atlas-board",
+                             .projectPath = "/src/a\nb",
+                             .source = "cli",
+                             .model = "m-5",
+                             .reasoningEffort = "high",
+                             .branch = "feature/x",
+                             .tokensUsed = 1'234'567,
+                             .updatedAt = at(now)}),
+                 "AB-019A3|atlas-board|2024/03/07 12:00|cli|m-5|high|1,234,567|feature/x|/src/a b|"
+                 "019a3f20-1");
+        // A badge counts characters, not bytes.
+        QCOMPARE(detail({.id = "é👩‍👩‍👧ß12", .project = "web"}).badge,
+                 "WEB-É👩‍👩‍👧SS12");
+    }
+
+    void detailsCutLongTexts() {
+        const std::string endless(5'000'000, 'x');
+        // The pair of units of the emoji stands where the text is cut.
+        const ThreadDetail shown = detail({.title = "one\ntwo",
+                                           .preview = endless.substr(0, 1999) + "🙂" + endless,
+                                           .projectPath = endless});
+        QCOMPARE(shown.title, "one\ntwo");
+        QCOMPARE(shown.preview, QString(1999, u'x'));
+        QCOMPARE(shown.directory, QString(4096, u'x'));
+    }
+
     void relativeAges() {
         const QTimeZone zone("Asia/Shanghai");
         const std::pair<double, const char *> ages[] = {

@@ -56,14 +56,10 @@ private slots:
     void hasTheHandlerOpenTheUrl_data() {
         QTest::addColumn<QByteArray>("url");
         QTest::addColumn<QString>("token");
-        QTest::newRow("plain") << QByteArray("orvik://threads/0199-ab") << QString();
-        QTest::newRow("encoded") << QByteArray("orvik://threads/a%20b/c%25%3B%E4%BB%BB%7E%41")
-                                 << QString();
-        QTest::newRow("signs of a path")
-            << QByteArray("orvik://threads/~!$&'()*+,-./:=@_;//../%00") << QString();
+        QTest::newRow("every sign of a path")
+            << QByteArray("orvik://threads/~!$&'()*+,-./:=@_;//../%00%25%E4%BB%BB%7E") << QString();
         QTest::newRow("with a token") << QByteArray("orvik://threads/x") << QString("token_TIME42");
     }
-
     void hasTheHandlerOpenTheUrl() {
         QFETCH(const QByteArray, url);
         QFETCH(const QString, token);

@@ -15,16 +15,6 @@ std::vector<Sample> projects(int count) {
     return samples;
 }
 
-/// The widths of the columns, the handle among them.
-QString columns(const ShellFixture &f) {
-    QStringList widths;
-    for (const char *type :
-         {"SidebarView", "SidebarResizeHandle", "ThreadIndexView", "DetailPanelView"}) {
-        widths.append(QString::number(f.item(type)->width()));
-    }
-    return widths.join(u' ');
-}
-
 /// The edge of the sidebar, held by the pointer.
 struct Drag {
     explicit Drag(const ShellFixture &fixture)
@@ -50,14 +40,6 @@ class ContentViewTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theColumnsStandAsStored() {
-        const ShellFixture first(projects(2));
-        QCOMPARE(columns(first), "224 8 867 340");
-        const ShellFixture damaged(projects(2), {{"sidebarWidth", "150"}});
-        QCOMPARE(columns(damaged), "200 8 891 340");
-        QCOMPARE(damaged.defaults.number("sidebarWidth"), 200.0);
-    }
-
     void theEdgeStaysUnderThePointer() {
         ShellFixture f(projects(2));
         const Drag drag(f);
@@ -72,25 +54,80 @@ private slots:
         QCOMPARE(Drag(f).by(10), 210.0);
     }
 
-    void aDoubleClickRestoresTheWidth() {
-        ShellFixture f(projects(2), {{"sidebarWidth", "300"}});
-        QTest::mouseDClick(f.window, Qt::LeftButton, {},
-                           f.rect(f.item("SidebarResizeHandle")).center().toPoint());
-        QCOMPARE(f.item("SidebarView")->width(), 224.0);
-        QCOMPARE(f.defaults.number("sidebarWidth"), 224.0);
-    }
-
-    void assistiveTechnologyAdjustsInSteps() {
-        ShellFixture f(projects(2), {{"sidebarWidth", "340"}});
+    void otherWaysToTheEdge() {
+        ShellFixture f(projects(2), {{"sidebarWidth", "500"}});
+        QCOMPARE(f.defaults.number("sidebarWidth"), 360.0);
         QQuickItem *handle = f.item("SidebarResizeHandle");
         handle->forceActiveFocus();
+        f.press(Qt::Key_Left);
+        QCOMPARE(f.layout.sidebarWidth(), 340.0);
         f.press(Qt::Key_Right);
         f.press(Qt::Key_Right);
-        QCOMPARE(f.layout.sidebarWidth(), 360.0);
+        QCOMPARE(f.item("SidebarView")->width(), 360.0);
         handle->setProperty("value", 900);
         QCOMPARE(handle->property("value"), 360.0);
         f.defaults.setValue("sidebarWidth", "250");
         QCOMPARE(handle->property("value"), 250.0);
+        QTest::mouseDClick(f.window, Qt::LeftButton, {}, f.rect(handle).center().toPoint());
+        QCOMPARE(f.item("SidebarView")->width(), 224.0);
+        QCOMPARE(f.defaults.number("sidebarWidth"), 224.0);
+    }
+
+    void theSidebarChoosesWhatShows() {
+        std::vector<Sample> samples = projects(15);
+        // Long names are cut for the screen and stay distinct.
+        samples[0].cwd = "/src/" + std::string(3000, 'a') + "0";
+        samples[1].cwd = "/src/" + std::string(3000, 'a') + "1";
+        ShellFixture f(samples);
+        const auto projects = f.items("ProjectRow");
+        QCOMPARE(projects.size(), 12);
+        QStringList chosen;
+        for (const QQuickItem *row :
+             {projects[1], projects[1], projects[10], f.item("AllProjectsRow")}) {
+            f.click(row);
+            chosen.append(
+                QString::fromStdString(f.model.selectedProject().value_or("all")).right(8));
+        }
+        QCOMPARE(chosen.join(u' '), "aaaaaaa1 all project5 all");
+
+        f.click(projects[10]);
+        f.model.setRecencyFilter(TaskRecencyFilter::week);
+        const auto shortcuts = f.items("QuickRow"); // today, pinned, archived
+        QStringList filters;
+        for (const int index : {1, 0, 1, 1, 1, 2}) {
+            f.click(shortcuts[index]);
+            filters.append(QString::fromStdString(std::string(rawValue(f.model.statusFilter())) +
+                                                  " " + f.model.selectedProject().value_or("") +
+                                                  " " +
+                                                  std::string(rawValue(f.model.recencyFilter()))) +
+                           (f.model.pinnedOnly() ? " pinned" : ""));
+        }
+        QCOMPARE(filters.join(", "), "running project5 week pinned, running project5 today, "
+                                     "running project5 today pinned, running project5 today, "
+                                     "running project5 today pinned, completed project5 older");
+        f.click(f.items("SoftChoice")[1]);
+        QCOMPARE(f.defaults.text("appearanceMode"), "dark");
+    }
+
+    void theDetailsActOnTheThreadShown() {
+        ShellFixture f({{.id = "a b"}, {.id = "c", .age = 1, .archived = true}});
+        f.click(f.item("ContinueButton"));
+        QCOMPARE(f.opener.opened.join(), "orvik://threads/a%20b");
+        f.click(f.button("复制 Thread ID"));
+        QCOMPARE(f.pasteboard.text, "a b");
+        f.click(f.button("固定任务"));
+        QVERIFY(f.model.pinnedIDs().contains("a b"));
+        f.click(f.button("取消固定"));
+        QVERIFY(f.model.pinnedIDs().empty());
+        const QQuickItem *title = f.item("SoftParagraph");
+        f.show({{.id = "a b", .title = "Renamed"}, {.id = "c", .age = 1, .archived = true}});
+        QCOMPARE(title->property("text"), "Renamed");
+        f.model.setSelectedThreadID("c");
+        f.settle();
+        QCOMPARE(f.texts(f.item("StatusPill")), "已完成");
+        f.model.setSelectedThreadID("gone");
+        f.settle();
+        QVERIFY(f.text("选择一个任务") && !f.item("ContinueButton"));
     }
 
     void theWorkspaceFollowsTheStoredMode() {
@@ -102,7 +139,8 @@ private slots:
         f.click(f.items("FocusProjectCard")[2]);
         QVERIFY(f.text("project2 · 任务动态"));
         QCOMPARE(f.visible(), "2");
-        QCOMPARE(columns(f), "224 8 867 340");
+        QCOMPARE(f.item("ThreadIndexView")->width(), 867.0);
+        QCOMPARE(f.item("DetailPanelView")->width(), 340.0);
         f.workspace.toggleMode();
         f.settle();
         QVERIFY(f.text("任务动态"));
@@ -113,15 +151,15 @@ private slots:
         QCOMPARE(f.items("FocusWorkspaceView").size(), 1);
     }
 
-    void theBackButtonReturnsToTheGrid() {
+    void aProjectStaysUntilTheBackButton() {
         ShellFixture f(projects(3), {{"dashboardMode", "focus"}});
         f.click(f.items("FocusProjectCard")[1]);
-        const auto buttons = f.items("SoftIconButton");
-        const auto back = std::find_if(buttons.begin(), buttons.end(), [](const QQuickItem *item) {
-            return item->property("label") == "返回项目列表";
-        });
-        QVERIFY(back != buttons.end());
-        f.click(*back);
+        QVERIFY(!f.text("重置筛选"));
+        f.click(f.text("全部"));
+        f.click(f.text("重置筛选"));
+        QCOMPARE(f.model.statusFilter(), TaskStatusFilter::running);
+        QCOMPARE(f.model.selectedProject().value_or(""), "project1");
+        f.click(f.button("返回项目列表"));
         QCOMPARE(f.items("FocusProjectCard").size(), 3);
         QVERIFY(!f.model.selectedProject());
     }
@@ -129,16 +167,19 @@ private slots:
     void whatFadesOutKeepsItsState() {
         ShellFixture f(projects(3), {{"dashboardMode", "focus"}}, true);
         f.click(f.items("FocusProjectCard")[2]);
+        f.show(projects(2));
+        QCOMPARE(f.items("FocusProjectCard").size(), 3 * f.items("FocusProjectGridView").size());
         QTRY_COMPARE(f.items("FocusProjectGridView").size(), 0);
+        f.show(projects(3));
         f.workspace.toggleMode();
         QCoreApplication::processEvents();
         // The opened project goes as it was, the standard workspace comes with every project.
         QVERIFY(f.text("project2 · 任务动态"));
-        QStringList counts;
+        QStringList heights;
         for (const QQuickItem *index : f.items("ThreadList")) {
-            counts.append(QString::number(index->property("contentHeight").toDouble()));
+            heights.append(QString::number(index->property("contentHeight").toDouble()));
         }
-        QCOMPARE(counts.join(u' '), "130 266");
+        QCOMPARE(heights.join(u' '), "130 266");
         QTRY_COMPARE(f.items("ThreadList").size(), 1);
         QVERIFY(!f.text("project2 · 任务动态"));
     }
@@ -178,34 +219,27 @@ private slots:
         QCOMPARE(f.typeOf(f.window->activeFocusItem()), "FocusProjectCard");
     }
 
-    void asManyCardsInARowAsFit_data() {
-        QTest::addColumn<int>("window");
-        QTest::addColumn<int>("inARow");
-        QTest::addColumn<double>("cell");
-        // What is left of the window: the sidebar, its edge and the paddings take 292.
-        QTest::newRow("1") << 292 + 400 << 1 << 320.0;
-        QTest::newRow("narrower than a cell") << 292 + 100 << 1 << 220.0;
-        QTest::newRow("just two") << 292 + 456 << 2 << 220.0;
-        QTest::newRow("almost two") << 292 + 455 << 1 << 320.0;
-        QTest::newRow("usual") << 1440 << 4 << 275.0;
-        QTest::newRow("wide") << 3840 << 15 << 221.6;
-    }
     void asManyCardsInARowAsFit() {
         ShellFixture f(projects(20), {{"dashboardMode", "focus"}});
-        QFETCH(int, window);
         f.window->setMinimumSize({});
-        f.window->resize(window, 900);
-        f.settle();
-        const auto cards = f.items("FocusProjectCard");
-        int inARow = 0;
-        while (inARow < cards.size() && cards[inARow]->y() == 0) {
-            ++inARow;
+        // What is left of the window: the sidebar, its edge and the paddings take 292.
+        for (const auto &[width, count, cell] :
+             {std::tuple(292 + 100, 1, 220.0), std::tuple(292 + 455, 1, 320.0),
+              std::tuple(292 + 456, 2, 220.0), std::tuple(1440, 4, 275.0),
+              std::tuple(3840, 15, 221.6)}) {
+            f.window->resize(width, 900);
+            f.settle();
+            const auto cards = f.items("FocusProjectCard");
+            int inARow = 0;
+            while (inARow < cards.size() && cards[inARow]->y() == 0) {
+                ++inARow;
+            }
+            QCOMPARE(inARow, count);
+            QCOMPARE(cards[0]->width(), cell);
+            QCOMPARE(f.rect(cards[0]).x(), 262.0);
+            QCOMPARE(f.rect(cards[0]).height(), 190.0);
+            QCOMPARE(f.rect(cards[inARow]).y() - f.rect(cards[0]).bottom(), 16.0);
         }
-        QTEST(inARow, "inARow");
-        QTEST(cards[0]->width(), "cell");
-        QCOMPARE(f.rect(cards[0]).x(), 262.0);
-        QCOMPARE(f.rect(cards[0]).height(), 190.0);
-        QCOMPARE(f.rect(cards[inARow]).y() - f.rect(cards[0]).bottom(), 16.0);
     }
 };
 

@@ -8,7 +8,7 @@
 #include "app/shell/WindowAppearance.h"
 #include "app/shell/Workspace.h"
 #include "tests/model/ModelFixture.h"
-#include "tests/views/SceneProbe.h"
+#include "tests/shell/SceneProbe.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -29,22 +29,25 @@ public:
     void acknowledge(const QString &) override {}
 };
 
-class FixedAppearance : public SystemAppearance {
+class ChosenAppearance : public SystemAppearance {
 public:
-    explicit FixedAppearance(bool reducedMotion) : m_reducedMotion(reducedMotion) {}
     bool dark() const override { return false; }
     bool reducedMotion() const override { return m_reducedMotion; }
+    void setReducedMotion(bool reduced) {
+        m_reducedMotion = reduced;
+        emit reducedMotionChanged();
+    }
 
 private:
-    bool m_reducedMotion;
+    bool m_reducedMotion = true;
 };
 
 /// The application's window over threads of its own; without motion unless it is asked for.
 class ShellFixture : public ModelFixture, public SceneProbe {
 public:
     explicit ShellFixture(const std::vector<Sample> &samples, const QVariantMap &settings = {},
-                          bool motion = false)
-        : m_system(!motion) {
+                          bool motion = false) {
+        system.setReducedMotion(!motion);
         for (const auto &[key, value] : settings.asKeyValueRange()) {
             defaults.setValue(key, value);
         }
@@ -74,15 +77,21 @@ public:
         settle();
     }
 
+    /// The agent now has exactly these threads, and the window shows them.
+    void show(const std::vector<Sample> &samples) {
+        ModelFixture::show(samples);
+        settle();
+    }
+
+    ChosenAppearance system;
     LayoutSettings layout{defaults};
     Workspace workspace{model, layout};
 
 private:
     SilentCenter m_center;
-    FixedAppearance m_system;
     TaskNotificationService m_notifications{m_center, defaults, opener, systemNow};
     AppCommands m_commands{model, m_notifications};
-    WindowAppearance m_appearance{defaults, m_system};
+    WindowAppearance m_appearance{defaults, system};
     QQmlApplicationEngine m_engine;
 };
 

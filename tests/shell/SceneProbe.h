@@ -18,13 +18,17 @@ public:
     /// The visible items of a type, in the order of the tree.
     QList<QQuickItem *> items(const QString &type) const;
     QQuickItem *item(const QString &type) const { return items(type).value(0); }
-    /// The visible text that reads `text`.
-    QQuickItem *text(const QString &text) const;
+    /// The first visible item of a type whose property has a value.
+    QQuickItem *found(const QString &type, const char *property, const QString &value) const;
+    QQuickItem *text(const QString &text) const { return found("SoftText", "text", text); }
+    QQuickItem *button(const QString &label) const {
+        return found("SoftIconButton", "label", label);
+    }
+    /// The texts inside an item, bars between them.
+    static QString texts(const QQuickItem *item);
 
     /// Where an item stands in the window.
     static QRectF rect(const QQuickItem *item);
-    /// The same as "x y w h".
-    static QString place(const QQuickItem *item);
     QColor pixel(int x, int y) const;
     void click(const QQuickItem *item) const;
 

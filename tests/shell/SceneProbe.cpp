@@ -1,4 +1,4 @@
-#include "tests/views/SceneProbe.h"
+#include "tests/shell/SceneProbe.h"
 
 #include "app/theme/SoftFont.h"
 #include "app/theme/SoftPalette.h"
@@ -124,25 +124,28 @@ QList<QQuickItem *> SceneProbe::items(const QString &type) const {
     return found;
 }
 
-QQuickItem *SceneProbe::text(const QString &text) const {
-    const auto texts = items(QStringLiteral("SoftText"));
-    const auto found = std::find_if(texts.begin(), texts.end(), [&](const QQuickItem *item) {
-        return item->property("text") == text;
+QQuickItem *SceneProbe::found(const QString &type, const char *property,
+                              const QString &value) const {
+    for (QQuickItem *item : items(type)) {
+        if (item->property(property).toString() == value) {
+            return item;
+        }
+    }
+    return nullptr;
+}
+
+QString SceneProbe::texts(const QQuickItem *item) {
+    QStringList found;
+    visit(item, [&](const QQuickItem *piece) {
+        if (const QString type = typeOf(piece); type == "SoftText" || type == "SoftParagraph") {
+            found.append(piece->property("text").toString());
+        }
     });
-    return found == texts.end() ? nullptr : *found;
+    return found.join(u'|');
 }
 
 QRectF SceneProbe::rect(const QQuickItem *item) {
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
-}
-
-QString SceneProbe::place(const QQuickItem *item) {
-    const QRectF area = rect(item);
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(area.x())
-        .arg(area.y())
-        .arg(area.width())
-        .arg(area.height());
 }
 
 QColor SceneProbe::pixel(int x, int y) const { return window->grabWindow().pixelColor(x, y); }

@@ -1,9 +1,10 @@
-#include "tests/support/PlainRolloutEvent.h"
+#include "tests/support/PlainCore.h"
 
 #include <simdjson.h>
+#include <unicode/unistr.h>
 
 #include <map>
-#include <string>
+#include <vector>
 
 namespace tallyview {
 
@@ -38,6 +39,27 @@ std::string typeOf(const Object &object) {
     return type && type->is_string() ? std::string(type->get_string().value()) : "";
 }
 
+bool isStrictUtf8(const std::string &bytes) {
+    std::string decoded;
+    return icu::UnicodeString::fromUTF8(bytes).toUTF8String(decoded) == bytes;
+}
+
+std::vector<std::string> splitLines(const std::string &text) {
+    std::vector<std::string> lines{""};
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text.compare(at, 2, "\r\n") == 0) {
+            lines.back() += "\r\n";
+            ++at;
+        } else if (text[at] == '\n') {
+            lines.emplace_back();
+        } else {
+            lines.back() += text[at];
+        }
+    }
+    std::erase(lines, "");
+    return lines;
+}
+
 } // namespace
 
 std::optional<ThreadRunState> plainlyDecidedState(std::string_view line) {
@@ -58,6 +80,32 @@ std::optional<ThreadRunState> plainlyDecidedState(std::string_view line) {
                            ? states.find(typeOf(payload->get_object().value()))
                            : states.end();
     return found == states.end() ? std::nullopt : std::optional(found->second);
+}
+
+ThreadRunState plainlyResolved(const std::string &bytes, std::size_t chunkSize) {
+    std::size_t offset = chunkSize == 0 ? 0 : bytes.size();
+    std::string carry;
+    while (offset > 0) {
+        const std::size_t start = offset > chunkSize ? offset - chunkSize : 0;
+        const std::string buffer = bytes.substr(start, offset - start) + carry;
+        offset = start;
+        if (!isStrictUtf8(buffer)) {
+            carry = buffer;
+            continue;
+        }
+        std::vector<std::string> lines = splitLines(buffer);
+        carry = "";
+        if (start > 0 && !lines.empty()) {
+            carry = lines.front();
+            lines.erase(lines.begin());
+        }
+        for (; !lines.empty(); lines.pop_back()) {
+            if (const auto state = plainlyDecidedState(lines.back())) {
+                return *state;
+            }
+        }
+    }
+    return ThreadRunState::completed;
 }
 
 } // namespace tallyview

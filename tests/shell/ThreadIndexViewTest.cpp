@@ -1,0 +1,197 @@
+#include "tests/shell/ShellFixture.h"
+
+#include <cmath>
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+namespace {
+
+std::vector<Sample> some() {
+    return {{.id = "a", .age = 10, .title = "First"},
+            {.id = "b", .age = 7200, .title = "<b>Second</b>"},
+            {.id = "c", .age = 7300, .running = false, .title = "Third"}};
+}
+
+QString titles(const ShellFixture &f) {
+    QStringList result;
+    for (const QQuickItem *row : f.items("TaskRowView")) {
+        result.append(f.texts(row).section(u'|', 0, 0));
+    }
+    return result.join(u' ');
+}
+
+} // namespace
+
+class ThreadIndexViewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aClickSelectsAndTheChevronOpens() {
+        ShellFixture f(some());
+        f.click(f.items("TaskRowView")[1]);
+        QCOMPARE(f.selected(), "b");
+        QVERIFY(f.opener.opened.isEmpty());
+        const QRectF row = f.rect(f.item("TaskRowView"));
+        QTest::mouseClick(f.window, Qt::LeftButton, {},
+                          QPointF(row.right() - 21, row.center().y()).toPoint());
+        QCOMPARE(f.selected(), "a");
+        QCOMPARE(f.opener.opened, QList<QByteArray>{"orvik://threads/a"});
+    }
+
+    void filtersAreSetAndReset() {
+        ShellFixture f(some());
+        QVERIFY(!f.text("重置筛选"));
+        f.click(f.text("全部"));
+        QCOMPARE(titles(f), "First <b>Second</b> Third");
+        f.click(f.text("更早"));
+        QVERIFY(f.text("没有匹配的任务") && f.text("0 条"));
+        f.click(f.text("重置筛选"));
+        QCOMPARE(titles(f), "First <b>Second</b>");
+        QVERIFY(!f.text("重置筛选"));
+        f.click(f.item("ProjectRow"));
+        QVERIFY(f.model.selectedProject());
+        f.click(f.text("重置筛选"));
+        QVERIFY(!f.model.selectedProject());
+    }
+
+    void replacedContentFadesAsItWas() {
+        ShellFixture f(some(), {}, true);
+        QTRY_COMPARE(f.items("ThreadList").size(), 1);
+        f.model.setStatusFilter(TaskStatusFilter::completed);
+        QCoreApplication::processEvents(); // a picture of the window would take its time
+        QCOMPARE(f.items("ThreadList").size(), 2);
+        QCOMPARE(titles(f), "First <b>Second</b> Third");
+        QTRY_COMPARE(f.items("ThreadList").size(), 1);
+        QCOMPARE(titles(f), "Third");
+        // Reduced motion drops a transition that is on its way.
+        f.model.setStatusFilter(TaskStatusFilter::all);
+        QCoreApplication::processEvents();
+        QCOMPARE(f.items("ThreadList").size(), 2);
+        f.system.setReducedMotion(true);
+        f.settle();
+        QCOMPARE(f.items("ThreadList").size(), 1);
+        for (const QQuickItem *item = f.item("ThreadList"); item; item = item->parentItem()) {
+            QCOMPARE(item->opacity() * item->scale(), 1.0);
+        }
+        // Typing changes the list in place.
+        f.system.setReducedMotion(false);
+        const auto list = f.items("ThreadList");
+        f.model.setQuery("first");
+        f.settle();
+        QCOMPARE(f.items("ThreadList"), list);
+    }
+
+    void onlyRowsThatRunWhenTheyAppearPulse() {
+        ShellFixture f({{.id = "a"}, {.id = "b", .running = false}}, {}, true);
+        f.model.setStatusFilter(TaskStatusFilter::all);
+        f.settle();
+        QTRY_COMPARE(f.items("TaskStatusMark").size(), 2);
+        const auto pulsing = [&f](int row) {
+            const QQuickItem *mark = f.items("TaskStatusMark")[row];
+            return mark->childItems().last()->opacity() < 1;
+        };
+        QTRY_VERIFY(pulsing(0));
+        QVERIFY(!pulsing(1));
+        f.show({{.id = "a", .running = false}, {.id = "b"}});
+        QTest::qWait(60);
+        QVERIFY2(!pulsing(0), "a task that finishes stops at once");
+        QVERIFY2(!pulsing(1), "a task that starts on screen does not begin");
+    }
+
+    void theScrollerTellsAndMoves() {
+        ShellFixture f(lately(53));
+        QQuickItem *list = f.item("ThreadList");
+        const auto *knob = list->findChild<QQuickItem *>("knob");
+        const QRectF area = f.rect(list);
+        const double content = list->property("contentHeight").toDouble();
+        const double hidden = content - area.height();
+        const double length = area.height() * area.height() / content;
+        const auto top = [list] { return list->property("contentY").toDouble(); };
+        for (const double share : {0.0, 0.5, 1.0}) {
+            list->setProperty("contentY", share * hidden);
+            QCOMPARE(f.rect(knob).translated(-area.topLeft()),
+                     QRectF(area.width() - 2.65, share * (area.height() - length) + 1.5, 2.3,
+                            length - 3));
+        }
+        // It grips the knob beside its visible part.
+        list->setProperty("contentY", 0);
+        const QPoint grip = area.topRight().toPoint() + QPoint(-8, 20);
+        QTest::mousePress(f.window, Qt::LeftButton, {}, grip);
+        QTest::mouseMove(f.window, grip + QPoint(0, 100));
+        QCOMPARE(top(), std::round(100 / (area.height() - length) * hidden));
+        QTest::mouseMove(f.window, grip + QPoint(0, 2000));
+        QCOMPARE(top(), hidden);
+        QTest::mouseRelease(f.window, Qt::LeftButton, {}, grip + QPoint(0, 2000));
+        // A click beside the knob turns a page.
+        QTest::mouseClick(f.window, Qt::LeftButton, {}, grip);
+        QCOMPARE(top(), hidden - area.height());
+        const QPointF middle = area.center();
+        for (const auto &[turn, wanted] : {std::pair(1200, hidden - area.height() - 960),
+                                           {-120, hidden - area.height() - 864},
+                                           {12000, 0.0}}) {
+            QWheelEvent wheel(middle, middle, {}, {0, turn}, {}, {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(f.window, &wheel);
+            QCOMPARE(top(), wanted);
+        }
+        QCOMPARE(knob->parentItem()->opacity(), 1.0);
+        QTest::mouseMove(f.window, middle.toPoint());
+        QTRY_COMPARE(knob->parentItem()->opacity(), 0.0);
+
+        f.show(lately(1000));
+        f.press(Qt::Key_End);
+        QCOMPARE(knob->height(), 25.0);
+        QCOMPARE(f.rect(knob).bottom(), area.bottom() - 1.5);
+        f.show(lately(3));
+        QVERIFY(top() == 0 && !knob->isVisible());
+    }
+
+    void whatIsReadDecidesWhatShows_data() {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<QString>("loading");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QString>("failed");
+        QTest::addColumn<QString>("empty");
+        const QString missing = "找不到 Orvik 状态数据库：%1";
+        QTest::newRow("standard") << "standard"
+                                  << "LoadingIndexView"
+                                  << "ThreadList"
+                                  << "无法读取任务|" + missing
+                                  << "没有匹配的任务|换一个时间范围或状态，也可以重置全部筛选。";
+        QTest::newRow("focus") << "focus"
+                               << "ProgressIndicator"
+                               << "FocusProjectCard"
+                               << "还没有可展示的项目|" + missing
+                               << "还没有可展示的项目|Orvik 产生任务后，项目会自动出现在这里。";
+    }
+    void whatIsReadDecidesWhatShows() {
+        QFETCH(QString, mode);
+        QFETCH(QString, loading);
+        QFETCH(QString, list);
+        QFETCH(QString, failed);
+        ShellFixture f({}, {{"dashboardMode", mode}});
+        QTEST(f.texts(f.item("EmptyIndexView")), "empty");
+        // A refresh is over before anybody looks: what shows when its end changes the model?
+        bool wasLoading = false;
+        connect(&f.model, &DashboardModel::aboutToChange, this,
+                [&] { wasLoading |= f.item(loading) != nullptr; });
+        std::filesystem::remove(f.databasePath());
+        f.refresh();
+        f.settle();
+        QVERIFY(std::exchange(wasLoading, false));
+        QCOMPARE(f.texts(f.item("EmptyIndexView")),
+                 failed.arg(QString::fromStdString(f.databasePath().string())));
+        QVERIFY(f.text("读取失败"));
+        f.show(some());
+        QVERIFY(std::exchange(wasLoading, false));
+        QVERIFY(f.item(list) && f.text("SQLite · 本机只读"));
+        // What has once been read stays.
+        std::filesystem::remove(f.databasePath());
+        f.refresh();
+        f.settle();
+        QVERIFY(!wasLoading && f.item(list) && f.text("读取失败"));
+    }
+};
+
+QTEST_MAIN(ThreadIndexViewTest)
+#include "ThreadIndexViewTest.moc"
