@@ -49,7 +49,8 @@ public:
 
     /// Every thread of the database, newest first, or the reason why there is no list: never a
     /// part of one. Blocks for as long as the database stays locked, at most 3 seconds a try,
-    /// and while it reads the end of each live thread's rollout file.
+    /// and while it reads the end of each live thread's rollout file. With many threads to list
+    /// it works on up to four threads of the process, which have ended when it returns.
     ///
     /// A record that is just as one of `known` is that one and shares its data, so that a list
     /// read again costs the memory of what has changed.
