@@ -8,7 +8,6 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
-#include <span>
 #include <vector>
 
 namespace tallyview::TextSanitizer {
@@ -40,16 +39,14 @@ std::vector<std::string_view> leadingCapitals(std::string_view name) {
 std::vector<std::string_view> leadingInitials(std::string_view name) {
     std::vector<std::string_view> initials;
     bool insideWord = false;
-    for (const std::string_view character : characters(name)) {
+    visitCharacters(name, [&](std::string_view character) {
         const bool joinsWord = isPartOfWord(character);
         if (joinsWord && !insideWord) {
             initials.push_back(character);
         }
         insideWord = joinsWord;
-        if (initials.size() == codeLength) {
-            break;
-        }
-    }
+        return initials.size() < codeLength;
+    });
     return initials;
 }
 
@@ -61,23 +58,29 @@ std::string joined(const std::vector<std::string_view> &parts) {
     return result;
 }
 
-using Characters = std::span<const std::string_view>;
+/// A path without the slashes at its end, and its last part.
+struct PathEnd {
+    std::string_view path;
+    std::string_view lastPart; ///< empty when there is nothing but slashes
+};
 
-/// What neighbouring characters of one text span.
-std::string_view spanned(Characters characters) {
-    if (characters.empty()) {
-        return {};
-    }
-    const std::string_view last = characters.back();
-    return {characters.front().data(), last.data() + last.size()};
-}
-
-/// The last part of a path that is not empty.
-std::string_view lastPart(Characters path) {
-    const auto isSlash = [](std::string_view character) { return character == "/"; };
-    const auto end = std::ranges::find_if_not(path.rbegin(), path.rend(), isSlash);
-    const auto begin = std::find_if(end, path.rend(), isSlash);
-    return spanned({begin.base(), end.base()});
+/// Of a path that is not empty. A slash that carries a mark is another character.
+PathEnd pathEnd(std::string_view path) {
+    std::size_t begin = 0; // of the last part
+    std::size_t end = 0;
+    bool isInside = false;
+    std::size_t at = 0;
+    visitCharacters(path, [&](std::string_view character) {
+        const bool isSlash = character == "/";
+        if (!isSlash) {
+            begin = isInside ? begin : at;
+            end = at + character.size();
+        }
+        isInside = !isSlash;
+        at += character.size();
+        return true;
+    });
+    return {path.substr(0, std::max<std::size_t>(end, 1)), path.substr(begin, end - begin)};
 }
 
 } // namespace
@@ -100,15 +103,11 @@ std::string projectName(std::string_view path, std::string_view homeDirectory) {
     if (given.empty()) {
         return "未归类";
     }
-    std::vector<std::string_view> pieces = characters(given);
-    while (pieces.size() >= 2 && pieces.back() == "/") {
-        pieces.pop_back();
-    }
-    if (canonicallyEqual(spanned(pieces), homeDirectory)) {
+    const PathEnd end = pathEnd(given);
+    if (canonicallyEqual(end.path, homeDirectory)) {
         return "Home";
     }
-    const std::string_view name = lastPart(pieces);
-    return std::string(name.empty() ? given : name);
+    return std::string(end.lastPart.empty() ? given : end.lastPart);
 }
 
 std::string projectCode(std::string_view name) {

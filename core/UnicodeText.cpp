@@ -84,8 +84,9 @@ bool isPlain(std::string_view text) {
     return others == 0;
 }
 
-template <class Visitor>
-void visitPlainCharacters(std::string_view text, Visitor visit) {
+using Visitor = std::function<bool(std::string_view)>;
+
+void visitPlainCharacters(std::string_view text, const Visitor &visit) {
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t length =
             text.substr(begin).starts_with("\r\n") ? 2 : codePointLength(text, begin);
@@ -93,28 +94,6 @@ void visitPlainCharacters(std::string_view text, Visitor visit) {
             return;
         }
         begin += length;
-    }
-}
-
-/// Calls `visit` with each character until it returns false.
-template <class Visitor>
-void visitCharacters(std::string_view text, Visitor visit) {
-    if (isPlain(text)) {
-        visitPlainCharacters(text, visit);
-        return;
-    }
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::LocalUTextPointer source(
-        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
-    const auto iterator = makeCharacterIterator();
-    iterator->setText(source.getAlias(), status);
-    std::size_t begin = 0;
-    for (auto at = iterator->next(); at != icu::BreakIterator::DONE; at = iterator->next()) {
-        const auto end = static_cast<std::size_t>(at);
-        if (!visit(text.substr(begin, end - begin))) {
-            return;
-        }
-        begin = end;
     }
 }
 
@@ -159,14 +138,24 @@ std::string uppercased(std::string_view text) {
     return result;
 }
 
-std::vector<std::string_view> characters(std::string_view text) {
-    std::vector<std::string_view> result;
-    result.reserve(text.size());
-    visitCharacters(text, [&](std::string_view character) {
-        result.push_back(character);
-        return true;
-    });
-    return result;
+void visitCharacters(std::string_view text, const Visitor &visit) {
+    if (isPlain(text)) {
+        visitPlainCharacters(text, visit);
+        return;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::LocalUTextPointer source(
+        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+    const auto iterator = makeCharacterIterator();
+    iterator->setText(source.getAlias(), status);
+    std::size_t begin = 0;
+    for (auto at = iterator->next(); at != icu::BreakIterator::DONE; at = iterator->next()) {
+        const auto end = static_cast<std::size_t>(at);
+        if (!visit(text.substr(begin, end - begin))) {
+            return;
+        }
+        begin = end;
+    }
 }
 
 std::size_t characterCount(std::string_view text) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// What the standard library lacks for UTF-8 texts. Unless said otherwise the arguments are
 /// valid UTF-8, results that are views point into the argument, and a character is an extended
@@ -23,7 +23,8 @@ std::string_view trimmedBlanks(std::string_view text);
 std::string lowercased(std::string_view text);
 std::string uppercased(std::string_view text);
 
-std::vector<std::string_view> characters(std::string_view text);
+/// Calls `visit` with each character until it returns false.
+void visitCharacters(std::string_view text, const std::function<bool(std::string_view)> &visit);
 std::size_t characterCount(std::string_view text);
 /// The first `count` characters, or the whole text when it has fewer.
 std::string_view prefixCharacters(std::string_view text, std::size_t count);
