@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <atomic>
 #include <functional>
+#include <future>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <system_error>
 #include <thread>
@@ -273,20 +275,24 @@ private:
     RolloutEventParser m_parser;
 };
 
-/// Calls `work` on this thread and on others, as many as have something to do.
+/// Calls `work` on this thread and on others, as many as have something to do. What is thrown on
+/// any of them leaves here.
 void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
     constexpr std::size_t mostThreads = 4;
     const std::size_t threads =
         std::min({tasks, mostThreads, std::size_t{std::thread::hardware_concurrency()}});
-    std::vector<std::jthread> others;
+    std::vector<std::future<void>> others;
     try {
         while (others.size() + 1 < threads) {
-            others.emplace_back(work);
+            others.push_back(std::async(std::launch::async, work));
         }
     } catch (const std::system_error &) {
         // The system has no more threads; those that are there do all of it.
     }
     work();
+    for (std::future<void> &other : others) {
+        other.get();
+    }
 }
 
 /// Reading the rollout files is mostly waiting for the file system, file by file, so that several
@@ -334,13 +340,18 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
     if (!connection) {
         return std::unexpected(connection.error());
     }
-    auto rows = readRows(connection->get());
-    // The agent may wait for its database: it is let go before the rollout files are read.
-    connection->reset();
-    if (!rows) {
-        return std::unexpected(rows.error());
+    try {
+        auto rows = readRows(connection->get());
+        // The agent may wait for its database: it is let go before the rollout files are read.
+        connection->reset();
+        if (!rows) {
+            return std::unexpected(rows.error());
+        }
+        return records(*std::move(rows), m_home, KnownRecords(known));
+    } catch (const std::bad_alloc &) {
+        return std::unexpected(
+            OrvikThreadStoreError(Kind::queryFailed, sqlite3_errstr(SQLITE_NOMEM)));
     }
-    return records(*std::move(rows), m_home, KnownRecords(known));
 }
 
 } // namespace tallyview

@@ -14,8 +14,9 @@ namespace tallyview {
 class TaskCompletionTracker {
 public:
     /// The records, in the order of `threads`, that were running in the previous list and are
-    /// completed in this one; then remembers this list. The first list is the baseline and
-    /// reports nothing. A thread that was missing from the previous list is not reported.
+    /// completed in this one; then remembers those that run in this one. The first list is the
+    /// baseline and reports nothing. A thread that was missing from the previous list is not
+    /// reported.
     ///
     /// The ids of one list must be distinct: a repeated id stops the process.
     std::vector<ThreadRecord> completedThreads(const std::vector<ThreadRecord> &threads);
@@ -29,7 +30,8 @@ private:
             return canonicallyEqual(left.id(), right.id());
         }
     };
-    std::unordered_set<ThreadRecord, IdentityHash, SameIdentity> m_running; ///< before
+    std::unordered_set<ThreadRecord, IdentityHash, SameIdentity>
+        m_running; ///< in the previous list
 };
 
 } // namespace tallyview

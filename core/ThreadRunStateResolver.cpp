@@ -62,7 +62,7 @@ public:
         return std::nullopt;
     }
 
-    /// What is left. Not empty, unless the text was, as long as it held more than line feeds.
+    /// What is left: empty only of a text of nothing but line feeds.
     std::string_view first() const { return m_text; }
 
 private:
