@@ -6,6 +6,7 @@
 #include "core/Precondition.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace tallyview {
@@ -41,8 +42,6 @@ DashboardModel::DashboardModel(OrvikThreadStore store, DashboardEnvironment envi
     , m_store(std::move(store))
     , m_environment(std::move(environment))
     , m_pinnedIDs(storedPins(m_environment.defaults)) {
-    connect(this, &DashboardModel::readingFinished, this, &DashboardModel::finishRefresh,
-            Qt::QueuedConnection);
     m_monitoringTimer.setSingleShot(true);
     m_monitoringTimer.setTimerType(Qt::PreciseTimer);
     m_monitoringTimer.setInterval(m_environment.refreshInterval);
@@ -97,14 +96,26 @@ void DashboardModel::refresh() {
         return;
     }
     assign(m_isLoading, true);
-    m_reading = std::jthread([this, store = m_store, known = m_threads] {
-        m_readResult = store.listThreads(*known);
-        emit readingFinished(QPrivateSignal());
-    });
+    // By name: Qt alone then touches the call on both threads.
+    const auto finish = [this] {
+        QMetaObject::invokeMethod(this, "finishRefresh", Qt::QueuedConnection);
+    };
+    try {
+        m_reading = std::jthread([this, finish, store = m_store, known = m_threads] {
+            m_readResult = store.listThreads(*known);
+            finish();
+        });
+    } catch (const std::system_error &error) {
+        m_readResult = std::unexpected(
+            OrvikThreadStoreError(OrvikThreadStoreError::Kind::queryFailed, error.what()));
+        finish();
+    }
 }
 
 void DashboardModel::finishRefresh() {
-    m_reading.join();
+    if (m_reading.joinable()) {
+        m_reading.join();
+    }
     ReadResult result = std::exchange(m_readResult, {});
     if (result) {
         applyThreads(*std::move(result));

@@ -126,8 +126,6 @@ signals:
     void taskCompleted(const tallyview::ThreadRecord &thread);
     /// A refresh has been applied, or has failed.
     void refreshFinished();
-    /// From the thread that reads, with what it read at hand.
-    void readingFinished(QPrivateSignal);
 
 private:
     using ReadResult = std::expected<ThreadList, OrvikThreadStoreError>;
@@ -137,7 +135,7 @@ private:
     template <class Value>
     void assignFilter(Value &field, Value value);
     void applyThreads(ThreadList threads);
-    void finishRefresh();
+    Q_INVOKABLE void finishRefresh();
     void runMonitoringStep();
     void reconcileSelection();
     bool selectionIsVisible(const CalendarCutoffs &cutoffs) const;
