@@ -1,11 +1,16 @@
 // What the application's window costs, or a bare window of the same size in the same process:
 // "plain" is drawn by the renderer that the application chooses, "bare" by the one that Qt does.
 //
-//   AppBench app|plain|bare start NANOSECONDS   from that moment of CLOCK_MONOTONIC to the first
-//   frame AppBench app|plain|bare memory              at most, with the list shown and read a
-//   second time AppBench app|plain|bare scroll STEPS        through the whole list: between two
-//   frames AppBench app|plain|bare idle SECONDS        with nothing to do AppBench app|plain|bare
-//   pulse SECONDS       with one running task in view
+//   AppBench app|plain|bare MODE AMOUNT
+//
+// MODE is one of
+//   - start: milliseconds from the moment AMOUNT of CLOCK_MONOTONIC, in nanoseconds, to the first
+//     frame;
+//   - memory: MiB at most, with the list shown and read a second time;
+//   - scroll: milliseconds between two frames, median and 99th percentile, on the way through the
+//     whole list in AMOUNT steps;
+//   - idle: milliseconds of processor time and wake-ups in AMOUNT seconds with nothing to do;
+//   - pulse: the same with one running task in view.
 //
 // Reads the sample home that HOME names. Prints numbers divided by blanks.
 

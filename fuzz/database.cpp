@@ -20,7 +20,7 @@ bool isComplete(const ThreadRecord &thread) {
             &thread.searchText()},
         [](const std::string *text) { return isValidUtf8(*text); });
     return areTexts && !fields.title.empty() && !fields.project.empty() && !fields.source.empty() &&
-           thread == thread;
+           ThreadRecord(fields) == thread && ThreadRecord(fields).hash() == thread.hash();
 }
 
 } // namespace

@@ -2,16 +2,20 @@
 
 #include <iostream>
 #include <string>
+#include <vector>
 
 using tallyview::OrvikThreadStore;
 
 namespace {
 
-/// The list of the last of so many refreshes, or the first error.
+/// The list of the last of so many refreshes, or the first error. Each is given the list before, as
+/// the application does.
 auto refreshed(const OrvikThreadStore &store, int times) {
-    auto threads = store.listThreads();
+    static std::vector<tallyview::ThreadRecord> last;
+    auto threads = store.listThreads(last);
     while (threads && --times > 0) {
-        threads = store.listThreads();
+        last = *std::move(threads);
+        threads = store.listThreads(last);
     }
     return threads;
 }

@@ -29,6 +29,7 @@ VANISHED = "无法只读打开 Orvik 数据库：unable to open database file"
 HANG_SECONDS = 120
 IDLE_REFRESHES = 500  # ten times, in each journal mode
 DISK_BYTES = 20_000_000
+BYSTANDERS = 600  # so many threads more that several batches are made of them
 
 
 class Failed(Exception):
@@ -77,6 +78,10 @@ class Scene:
         self.agents = [agent.Agent(home, f"agent{index}", journal, replaces)
                        for index in range(agents)]
         self.home, self.database = home, home / "state.sqlite"
+        bystanders = self.agents[0].connected(self.database)
+        bystanders.executemany("INSERT INTO threads (id, title) VALUES (?, 'bystander')",
+                               ((f"bystander{index}",) for index in range(BYSTANDERS)))
+        bystanders.close()
         self.reader = Reader(program, self.database)
         self.lists = self.errors = self.kills = 0
 
