@@ -230,7 +230,7 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
     return batches;
 }
 
-/// Makes records of rows; one for each thread.
+/// Makes records of rows. Not to be shared between threads.
 class RecordMaker {
 public:
     RecordMaker(const std::string &home, const KnownRecords &known)
@@ -295,8 +295,8 @@ void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
     }
 }
 
-/// Reading the rollout files is mostly waiting for the file system, file by file, so that several
-/// threads share it. Each batch goes as its records come: a million rows are not held twice.
+/// Most of the time goes into opening and reading rollout files, one after the other, so several
+/// threads share them. Each batch goes as its records come: a million rows are not held twice.
 std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string &home,
                                   const KnownRecords &known) {
     std::vector<std::vector<ThreadRecord>> made(batches.size());
