@@ -21,15 +21,13 @@ Item {
                 radius: 11
                 strength: 0.45
 
-                Rectangle {
+                SoftDot {
                     id: mark
 
                     x: 14
                     anchors.verticalCenter: parent.verticalCenter
-                    width: 34
-                    height: 34
-                    radius: 17
-                    color: SoftTheme.insetSurface
+                    diameter: 34
+                    fill: SoftTheme.insetSurface
                 }
                 Column {
                     anchors.left: mark.right
@@ -40,17 +38,17 @@ Item {
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 7
 
-                    Rectangle {
+                    SoftSurface {
                         width: parent.width
                         height: 11
                         radius: 4
-                        color: SoftTheme.insetSurface
+                        fill: SoftTheme.insetSurface
                     }
-                    Rectangle {
+                    SoftSurface {
                         width: 180
                         height: 7
                         radius: 3
-                        color: SoftTheme.insetSurface
+                        fill: SoftTheme.insetSurface
                     }
                 }
             }

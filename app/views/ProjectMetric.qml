@@ -12,12 +12,10 @@ Row {
 
     spacing: 5
 
-    Rectangle {
+    SoftDot {
         anchors.verticalCenter: parent.verticalCenter
-        width: 6
-        height: 6
-        radius: 3
-        color: metric.tint
+        diameter: 6
+        fill: metric.tint
     }
     SoftText {
         width: Math.min(implicitWidth, Math.max(0, metric.room - 6 - metric.spacing))

@@ -34,12 +34,10 @@ Item {
         Row {
             spacing: 8
 
-            Rectangle {
+            SoftDot {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 7
-                height: 7
-                radius: 3.5
-                color: database.readFailed ? SoftTheme.warning : SoftTheme.running
+                diameter: 7
+                fill: database.readFailed ? SoftTheme.warning : SoftTheme.running
             }
             SoftText {
                 anchors.verticalCenter: parent.verticalCenter

@@ -22,12 +22,10 @@ SoftSurface {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 6
 
-        Rectangle {
+        SoftDot {
             anchors.verticalCenter: parent.verticalCenter
-            width: 7
-            height: 7
-            radius: 3.5
-            color: pill.tint
+            diameter: 7
+            fill: pill.tint
         }
         SoftText {
             anchors.verticalCenter: parent.verticalCenter

@@ -20,12 +20,11 @@ Item {
             pulse.createObject(mark);
     }
 
-    Rectangle {
-        anchors.fill: parent
-        radius: width / 2
-        color: SoftTheme.withOpacity(SoftTheme.running, mark.active ? 0.1 : 0.07)
-        border.width: 1
-        border.color: SoftTheme.withOpacity(SoftTheme.running, 0.2)
+    SoftDot {
+        diameter: mark.width
+        fill: SoftTheme.withOpacity(SoftTheme.running, mark.active ? 0.1 : 0.07)
+        outline: SoftTheme.withOpacity(SoftTheme.running, 0.2)
+        outlineWidth: 1
     }
     SoftSymbol {
         id: symbol

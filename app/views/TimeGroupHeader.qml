@@ -14,22 +14,17 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 14
 
-        SoftSurface {
+        SoftDot {
             anchors.verticalCenter: parent.verticalCenter
-            width: 15
-            height: 15
-            radius: 7.5
-            continuous: false
+            diameter: 15
             fill: SoftTheme.raisedSurface
             outline: SoftTheme.rimLight
             outlineWidth: 1
 
-            Rectangle {
+            SoftDot {
                 anchors.centerIn: parent
-                width: 7
-                height: 7
-                radius: 3.5
-                color: SoftTheme.running
+                diameter: 7
+                fill: SoftTheme.running
             }
         }
         SoftText {

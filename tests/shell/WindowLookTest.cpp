@@ -47,6 +47,7 @@ symbol moon 12 500 %4
 surface 42x32 radius 8 clear
 symbol display 12 500 secondaryInk
 symbol cylinder 13 400 secondaryInk
+surface 7x7 radius 3.5 running
 text "SQLite · 本机只读" 9 600 system primaryInk
 text "不会回写 Orvik" 8 400 system mutedInk)";
 
@@ -107,6 +108,7 @@ surface 30x30 radius 9 raisedSurface rim hairline shadow softShadowDark 3 2 2 sh
 symbol doc.on.doc 13 400 secondaryInk
 surface 30x30 radius 9 raisedSurface rim hairline shadow softShadowDark 3 2 2 shadow softShadowLight 3 -2 -2
 surface *x26 radius 13 running@0.09
+surface 7x7 radius 3.5 running
 text "进行中" 9 600 rounded running
 text "First" 19 700 rounded primaryInk lines 7
 text "该任务没有可用的预览文本。" 10 400 rounded secondaryInk lines 6
@@ -158,9 +160,11 @@ surface *x30 radius 15 raisedSurface rim rimLight shadow softShadowDark 4 2 2
 text "更早" 10 500 rounded secondaryInk
 text "1 条" 9 400 monospaced mutedInk
 surface 15x15 radius 7.5 raisedSurface rim rimLight
+surface 7x7 radius 3.5 running
 text "刚刚" 11 600 rounded secondaryInk
 text "1" 8 500 monospaced mutedInk
 surface 788x58 radius 11 liftedSurface rim accent@0.72 shadow softShadowDark 6 3 3 shadow softShadowLight 4 -2 -2
+surface 34x34 radius 17 running@0.1 rim running@0.2
 symbol waveform.path.ecg 14 600 running
 text "First" 12 600 rounded primaryInk lines 1
 text "ATL / ATLAS / CLI" 8 500 monospaced accent@0.78 lines 1
@@ -183,7 +187,9 @@ surface 32x32 radius 9 insetSurface@0.7
 symbol arrow.up.right 11 600 secondaryInk
 text "atlas" 16 700 system primaryInk lines 2
 text "最近更新 刚刚" 9 400 system mutedInk lines 1
+surface 6x6 radius 3 running
 text "1 进行中" 9 500 system secondaryInk
+surface 6x6 radius 3 secondaryInk
 text "0 已完成" 9 500 system secondaryInk
 text "1 个任务" 9 500 system secondaryInk
 surface 275x190 *)";
@@ -224,7 +230,7 @@ private slots:
         QVERIFY(
             f.matches(looks("SidebarView"), QString(sidebarHeaderLook).arg("rectangle.split.3x1") +
                                                 focusSummaryLook + footer));
-        QVERIFY(f.matches(looks("FocusProjectGridView").section('\n', 0, 18), gridLook));
+        QVERIFY(f.matches(looks("FocusProjectGridView").section('\n', 0, 20), gridLook));
     }
 
     void everyPieceStandsInItsPlace() {
