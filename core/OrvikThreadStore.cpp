@@ -78,6 +78,8 @@ OrvikThreadStoreError failure(Kind kind, sqlite3 *connection) {
     return {kind, connection == nullptr ? "未知错误" : decodedUtf8(sqlite3_errmsg(connection))};
 }
 
+OrvikThreadStoreError failure(int code) { return {Kind::queryFailed, sqlite3_errstr(code)}; }
+
 /// The row that a statement stands on.
 class Row {
 public:
@@ -209,7 +211,8 @@ std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesys
 constexpr std::size_t batchSize = 256;
 using Batch = std::vector<StoredThread>;
 
-std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *connection) {
+std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *connection,
+                                                                  const std::stop_token &stop) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
@@ -217,11 +220,14 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
         return std::unexpected(failure(Kind::queryFailed, connection));
     }
     std::vector<Batch> batches;
-    while (sqlite3_step(prepared) == SQLITE_ROW) {
+    while (!stop.stop_requested() && sqlite3_step(prepared) == SQLITE_ROW) {
         if (batches.empty() || batches.back().size() == batchSize) {
             batches.emplace_back().reserve(batchSize);
         }
         batches.back().push_back(storedThread(Row(prepared)));
+    }
+    if (stop.stop_requested()) {
+        return std::unexpected(failure(SQLITE_INTERRUPT));
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {
@@ -298,12 +304,12 @@ void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
 /// Most of the time goes into opening and reading rollout files, one after the other, so several
 /// threads share them. Each batch goes as its records come: a million rows are not held twice.
 std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string &home,
-                                  const KnownRecords &known) {
+                                  const KnownRecords &known, const std::stop_token &stop) {
     std::vector<std::vector<ThreadRecord>> made(batches.size());
     std::atomic<std::size_t> next = 0;
     runOnThreads(batches.size(), [&] {
         RecordMaker maker(home, known);
-        for (std::size_t i = next++; i < batches.size(); i = next++) {
+        for (std::size_t i = next++; i < batches.size() && !stop.stop_requested(); i = next++) {
             made[i] = maker.records(std::exchange(batches[i], {}));
         }
     });
@@ -330,7 +336,8 @@ std::string OrvikThreadStoreError::description() const {
 }
 
 std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
-OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
+OrvikThreadStore::listThreads(std::span<const ThreadRecord> known,
+                              const std::stop_token &stop) const {
     std::error_code ignored;
     if (!std::filesystem::exists(m_databaseURL, ignored)) {
         return std::unexpected(
@@ -341,16 +348,19 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known) const {
         return std::unexpected(connection.error());
     }
     try {
-        auto rows = readRows(connection->get());
+        auto rows = readRows(connection->get(), stop);
         // The agent may wait for its database: it is let go before the rollout files are read.
         connection->reset();
         if (!rows) {
             return std::unexpected(rows.error());
         }
-        return records(*std::move(rows), m_home, KnownRecords(known));
+        auto threads = records(*std::move(rows), m_home, KnownRecords(known), stop);
+        if (stop.stop_requested()) {
+            return std::unexpected(failure(SQLITE_INTERRUPT));
+        }
+        return threads;
     } catch (const std::bad_alloc &) {
-        return std::unexpected(
-            OrvikThreadStoreError(Kind::queryFailed, sqlite3_errstr(SQLITE_NOMEM)));
+        return std::unexpected(failure(SQLITE_NOMEM));
     }
 }
 

@@ -7,6 +7,7 @@
 #include <expected>
 #include <filesystem>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -53,9 +54,10 @@ public:
     /// it works on up to four threads of the process, which have ended when it returns.
     ///
     /// A record that is just as one of `known` is that one and shares its data, so that a list
-    /// read again costs the memory of what has changed.
+    /// read again costs the memory of what has changed. A stop that is requested ends the reading
+    /// before the next rows, with an error.
     std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
-    listThreads(std::span<const ThreadRecord> known = {}) const;
+    listThreads(std::span<const ThreadRecord> known = {}, const std::stop_token &stop = {}) const;
 
 private:
     std::filesystem::path m_databaseURL;

@@ -101,10 +101,11 @@ void DashboardModel::refresh() {
         QMetaObject::invokeMethod(this, "finishRefresh", Qt::QueuedConnection);
     };
     try {
-        m_reading = std::jthread([this, finish, store = m_store, known = m_threads] {
-            m_readResult = store.listThreads(*known);
-            finish();
-        });
+        m_reading = std::jthread(
+            [this, finish, store = m_store, known = m_threads](const std::stop_token &stop) {
+                m_readResult = store.listThreads(*known, stop);
+                finish();
+            });
     } catch (const std::system_error &error) {
         m_readResult = std::unexpected(
             OrvikThreadStoreError(OrvikThreadStoreError::Kind::queryFailed, error.what()));

@@ -171,7 +171,7 @@ private:
     TextSet m_pinnedIDs;
 
     ReadResult m_readResult; ///< written by m_reading, read when that has been joined
-    std::jthread m_reading;  ///< last, so that it is joined before anything goes
+    std::jthread m_reading;  ///< last: it is stopped and joined before anything goes
 };
 
 /// The one rule of every status filter and counter: an archived thread counts as completed.

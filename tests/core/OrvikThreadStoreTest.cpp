@@ -221,6 +221,9 @@ TEST_F(OrvikThreadStoreTest, keepsManyRowsInOrderWithTheirStates) {
         ASSERT_EQ(threads[i].id(), std::to_string(id));
         ASSERT_EQ(threads[i]->runState == ThreadRunState::running, id % 7 == 0) << id;
     }
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_EQ(store.listThreads({}, stop.get_token()).error().text(), "interrupted");
     EXPECT_TRUE(std::ranges::equal(store.listThreads(threads).value(), threads, {},
                                    &ThreadRecord::operator->, &ThreadRecord::operator->));
 }

@@ -125,6 +125,34 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
         self.quiet()
 
 
+class Size(OnTheDesktop):
+    def test_the_window_answers_beside_a_million_threads(self):
+        desktop = self.desktop
+        desktop.sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 1000000)"
+                    " INSERT INTO threads (id, title, cwd, updated_at_ms, rollout_path)"
+                    " SELECT 'many-' || i, 'Task ' || i, '/src/' || i % 50, 1000 * unixepoch(), '' FROM n")
+        desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview")
+        button = self.expect("push button", "刷新任务")
+        longest = 0
+
+        def is_refreshed():
+            nonlocal longest
+            end = time.monotonic() + 1
+            while time.monotonic() < end:
+                start = time.monotonic()
+                is_idle = button.get_state_set().contains(Atspi.StateType.ENABLED)
+                longest = max(longest, time.monotonic() - start)
+                time.sleep(0.02)
+            return is_idle
+
+        until(is_refreshed, "a million threads", 120)
+        self.expect("check box", re.compile("^全部项目，共 10000[0-9]{2} 个任务$"))
+        desktop.press("push button", "刷新任务")
+        until(is_refreshed, "the next refresh", 120)
+        self.assertLess(longest, 5)
+        self.quiet()
+
+
 class Settings(OnTheDesktop):
     def test_the_desktop_and_the_file_are_followed(self):
         desktop = self.desktop
