@@ -1,9 +1,8 @@
 #include "core/OrvikThreadStore.h"
 
-#include <malloc.h>
-
 #include <cstddef>
 #include <iostream>
+#include <malloc.h>
 #include <string>
 #include <vector>
 
