@@ -17,6 +17,10 @@ class UserDefaults;
 /// The current time of the system's clock.
 Instant systemNow();
 
+/// The zone in which the user's clock runs; one of the present offset where `TZ` has a form that
+/// only the C library knows.
+QTimeZone userTimeZone();
+
 /// How the user's language orders text; as Chinese does where no language is set.
 QLocale userCollation();
 
@@ -27,7 +31,7 @@ struct DashboardEnvironment {
     UrlOpener &urlOpener;
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
-    std::function<QTimeZone()> timeZone = QTimeZone::systemTimeZone;
+    std::function<QTimeZone()> timeZone = userTimeZone;
     QLocale collationLocale = userCollation(); ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };

@@ -1,5 +1,6 @@
 #include "app/model/ThreadFormatting.h"
 
+#include "app/model/DashboardEnvironment.h"
 #include "app/model/ThreadDetail.h"
 
 #include <QTest>
@@ -80,6 +81,16 @@ private slots:
                  "2024/03/07 20:00");
         QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), QTimeZone::utc()),
                  "2024/03/07 09:05");
+    }
+
+    void datesAreThoseOfTheUsersClock() {
+        const QByteArray before = qgetenv("TZ");
+        for (const char *zone : {"Asia/Shanghai", ":Asia/Shanghai", "CST-8", "UTC-8", "GMT-8",
+                                 "/usr/share/zoneinfo/Asia/Shanghai"}) {
+            qputenv("TZ", zone);
+            QCOMPARE(ThreadFormatting::full(at(now), userTimeZone()), "2024/03/07 20:00");
+        }
+        qputenv("TZ", before);
     }
 };
 
