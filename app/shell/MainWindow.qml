@@ -36,8 +36,12 @@ T.ApplicationWindow {
     Binding {
         target: SoftTheme
         property: "reducedMotion"
-        // Nothing moves, and costs time, in a window that nobody sees.
-        value: window.appearance.reducedMotion || !window.visible || window.visibility === Window.Minimized
+        value: window.appearance.reducedMotion
+    }
+    Binding {
+        target: SoftTheme
+        property: "unseen"
+        value: !window.visible || window.visibility === Window.Minimized
     }
     ContentView {
         anchors.fill: parent

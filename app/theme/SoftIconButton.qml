@@ -49,7 +49,7 @@ T.AbstractButton {
     }
 
     contentItem: FadingSymbol {
-        smooth: !button.raised
+        smooth: !button.raised || rotation !== 0
         name: button.symbol
         size: button.symbolSize
         weight: button.symbolWeight
@@ -59,7 +59,7 @@ T.AbstractButton {
     SpinAnimation {
         target: button.contentItem
         property: "rotation"
-        running: button.spinning && !SoftTheme.reducedMotion
+        running: button.spinning && !SoftTheme.still
         onStarted: settle.stop()
         onStopped: settle.start()
     }

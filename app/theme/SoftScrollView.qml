@@ -21,7 +21,7 @@ Flickable {
     function scrollTo(top: real, animated: bool) {
         glide.stop();
         const target = Math.max(0, Math.min(top, lowestTop));
-        if (!animated || SoftTheme.reducedMotion) {
+        if (!animated || SoftTheme.still) {
             contentY = target;
         } else {
             glide.to = target;

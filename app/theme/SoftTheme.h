@@ -10,13 +10,18 @@
 namespace tallyview {
 
 /// The look in effect, for QML: one object per engine, main thread only.
-/// The shell writes `dark` and `reducedMotion`; everything else follows.
+/// The shell writes `dark`, `reducedMotion` and `unseen`; everything else follows.
 class SoftTheme : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(bool dark MEMBER m_dark NOTIFY darkChanged)
-    Q_PROPERTY(bool reducedMotion MEMBER m_reducedMotion NOTIFY reducedMotionChanged)
+    /// The desktop asks for less motion.
+    Q_PROPERTY(bool reducedMotion MEMBER m_reducedMotion NOTIFY motionChanged)
+    /// Nobody sees the window: motion would only cost time.
+    Q_PROPERTY(bool unseen MEMBER m_unseen NOTIFY motionChanged)
+    /// Nothing moves, for either reason.
+    Q_PROPERTY(bool still READ still NOTIFY motionChanged)
 
     Q_PROPERTY(QColor canvas READ canvas NOTIFY darkChanged)
     Q_PROPERTY(QColor raisedSurface READ raisedSurface NOTIFY darkChanged)
@@ -39,11 +44,11 @@ class SoftTheme : public QObject {
     Q_PROPERTY(QColor warning READ warning CONSTANT)
     Q_PROPERTY(QColor clear READ clear CONSTANT)
 
-    /// Milliseconds. One-shot changes take no time under reduced motion; the
-    /// two endless ones keep their period and must not be started then.
-    Q_PROPERTY(int replaceDuration READ replaceDuration NOTIFY reducedMotionChanged)
-    Q_PROPERTY(int hoverDuration READ hoverDuration NOTIFY reducedMotionChanged)
-    Q_PROPERTY(int focusSlideDuration READ focusSlideDuration NOTIFY reducedMotionChanged)
+    /// Milliseconds. One-shot changes take no time while nothing moves; the two
+    /// endless ones keep their period and must not run then.
+    Q_PROPERTY(int replaceDuration READ replaceDuration NOTIFY motionChanged)
+    Q_PROPERTY(int hoverDuration READ hoverDuration NOTIFY motionChanged)
+    Q_PROPERTY(int focusSlideDuration READ focusSlideDuration NOTIFY motionChanged)
     Q_PROPERTY(int pulseDuration READ pulseDuration CONSTANT)
     Q_PROPERTY(int spinDuration READ spinDuration CONSTANT)
 
@@ -81,9 +86,10 @@ public:
     static QColor warning() { return softcolor::warning; }
     static QColor clear() { return Qt::transparent; }
 
-    int replaceDuration() const { return unlessReduced(240); }
-    int hoverDuration() const { return unlessReduced(180); }
-    int focusSlideDuration() const { return unlessReduced(280); }
+    bool still() const { return m_reducedMotion || m_unseen; }
+    int replaceDuration() const { return unlessStill(240); }
+    int hoverDuration() const { return unlessStill(180); }
+    int focusSlideDuration() const { return unlessStill(280); }
     static int pulseDuration() { return 1100; }
     static int spinDuration() { return 800; }
 
@@ -91,14 +97,15 @@ public:
 
 signals:
     void darkChanged();
-    void reducedMotionChanged();
+    void motionChanged();
 
 private:
     const SoftPalette &current() const { return palette(m_dark); }
-    int unlessReduced(int duration) const { return m_reducedMotion ? 0 : duration; }
+    int unlessStill(int duration) const { return still() ? 0 : duration; }
 
     bool m_dark = false;
     bool m_reducedMotion = false;
+    bool m_unseen = false;
 };
 
 } // namespace tallyview

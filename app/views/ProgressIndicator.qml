@@ -25,7 +25,7 @@ Column {
         Repeater {
             model: circle.dots
 
-            delegate: Rectangle {
+            delegate: SoftDot {
                 required property int index
 
                 readonly property real angle: 2 * Math.PI * index / circle.dots
@@ -33,17 +33,16 @@ Column {
 
                 x: orbit * (1 + Math.sin(angle))
                 y: orbit * (1 - Math.cos(angle))
-                width: 4
-                height: 4
-                radius: 2
-                color: SoftTheme.secondaryInk
+                smooth: true
+                diameter: 4
+                fill: SoftTheme.secondaryInk
                 opacity: (index + 1) / circle.dots
             }
         }
         SpinAnimation {
             target: circle
             property: "rotation"
-            running: !SoftTheme.reducedMotion
+            running: !SoftTheme.still
             onStopped: circle.rotation = 0
         }
     }

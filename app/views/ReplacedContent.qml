@@ -46,7 +46,7 @@ Item {
         // What is replaced takes no input any more; the keyboard goes on in what replaces it.
         if (focused)
             current.nextItemInFocusChain().forceActiveFocus(isRinged ? Qt.TabFocusReason : Qt.OtherFocusReason);
-        if (SoftTheme.reducedMotion)
+        if (SoftTheme.still)
             generations.remove(0, generations.count - 1);
     }
     Component.onCompleted: generations.append({ number: generation })
@@ -71,9 +71,10 @@ Item {
             transform: Translate { id: place }
             // Fades as one picture, not piece by piece.
             layer.enabled: entering.running || leaving.running
+            layer.smooth: true
 
             onLiveChanged: {
-                if (live || SoftTheme.reducedMotion)
+                if (live || SoftTheme.still)
                     return;
                 entering.stop();
                 leaving.start();
@@ -81,7 +82,7 @@ Item {
             Component.onCompleted: {
                 shown = replaced.content.createObject(holder, { identity: replaced.identity }) as ReplaceableContent;
                 replaced.current = shown;
-                if (!isFirst && !SoftTheme.reducedMotion)
+                if (!isFirst && !SoftTheme.still)
                     entering.start();
             }
 
@@ -106,7 +107,9 @@ Item {
                 ReplaceAnimation { target: holder; property: "scale"; to: holder.shown?.leaveScale ?? 1; duration: replaced.duration }
             }
             Connections {
-                function onReducedMotionChanged() {
+                function onMotionChanged() {
+                    if (!SoftTheme.still)
+                        return;
                     entering.complete();
                     leaving.complete();
                 }

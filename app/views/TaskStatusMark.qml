@@ -40,7 +40,7 @@ Item {
         id: pulse
 
         SequentialAnimation {
-            running: mark.active && !SoftTheme.reducedMotion
+            running: mark.active && !SoftTheme.still
             loops: Animation.Infinite
             onStopped: symbol.opacity = 1
 

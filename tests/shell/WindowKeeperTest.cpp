@@ -5,6 +5,7 @@
 #include "app/theme/SoftTheme.h"
 #include "tests/shell/ShellFixture.h"
 
+#include <algorithm>
 #include <memory>
 
 using namespace tallyview;
@@ -26,6 +27,12 @@ struct Kept {
     QWindow window;
     WindowKeeper keeper;
 };
+
+qsizetype pulsingRows(const ShellFixture &f) {
+    return std::ranges::count_if(f.items("SoftSymbol"), [](const QQuickItem *symbol) {
+        return symbol->property("name") == "waveform.path.ecg" && symbol->opacity() < 1;
+    });
+}
 
 } // namespace
 
@@ -129,13 +136,17 @@ private slots:
         for (int time = 0; time < 2; ++time) {
             QVERIFY(f.window->close());
             QVERIFY(!f.window->isVisible());
-            QTRY_VERIFY(theme->property("reducedMotion").toBool()); // nothing pulses unseen
+            QTRY_VERIFY(theme->property("still").toBool()); // nothing pulses unseen
+            f.ModelFixture::show({{.id = "a", .age = 0},
+                                  {.id = "b", .age = 1},
+                                  {.id = "c", .age = 2},
+                                  {.id = "d" + std::to_string(time), .age = 3}});
             keeper.present({});
-            QTRY_VERIFY(!theme->property("reducedMotion").toBool());
+            QTRY_VERIFY(!theme->property("still").toBool());
             QVERIFY(QTest::qWaitForWindowActive(f.window));
             f.settle();
         }
-        QCOMPARE(f.items("TaskRowView").size(), 3);
+        QTRY_COMPARE(pulsingRows(f), 4);
         f.press(Qt::Key_Down);
         QCOMPARE(f.model.selectedThreadID(), "c");
     }
