@@ -17,9 +17,10 @@ FocusScope {
     required property Workspace workspace
 
     Keys.onPressed: event => event.accepted = area.current.scrollForKey(event.key)
-    Component.onCompleted: {
-        layout.healSidebarWidth();
-        model.startMonitoring();
+    Component.onCompleted: model.startMonitoring()
+    Window.onVisibilityChanged: {
+        if (Window.visibility !== Window.Hidden)
+            layout.healSidebarWidth();
     }
 
     KeyMonitor {

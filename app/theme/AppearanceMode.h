@@ -33,6 +33,7 @@ public:
     static AppearanceMode ofSetting(QStringView text);
 
     QString rawValue() const;
+    QString id() const { return rawValue(); }
     QString title() const;
     /// System symbol name, see `SymbolImage`.
     QString symbol() const;

@@ -8,6 +8,7 @@ T.RadioButton {
 
     required property bool chosen
 
+    hoverEnabled: true
     autoExclusive: false
     checked: chosen
     Accessible.name: text

@@ -64,6 +64,7 @@ T.AbstractButton {
         width: 32
         height: 32
         radius: 9
+        continuous: false
         fill: SoftTheme.withOpacity(SoftTheme.insetSurface, 0.7)
 
         SoftSymbol {

@@ -42,12 +42,14 @@ Item {
                         width: parent.width
                         height: 11
                         radius: 4
+                        continuous: false
                         fill: SoftTheme.insetSurface
                     }
                     SoftSurface {
                         width: 180
                         height: 7
                         radius: 3
+                        continuous: false
                         fill: SoftTheme.insetSurface
                     }
                 }

@@ -11,6 +11,8 @@ FocusScope {
     readonly property bool searchFocused: field.activeFocus
 
     function focusSearch() {
+        if (searchFocused)
+            return;
         field.forceActiveFocus(Qt.ShortcutFocusReason);
         field.selectAll();
     }

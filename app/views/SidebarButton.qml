@@ -12,6 +12,7 @@ T.AbstractButton {
     // Of a row that is `checkable`; a press only asks for it.
     property bool chosen: false
 
+    hoverEnabled: true
     checked: chosen
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()

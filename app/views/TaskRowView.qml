@@ -118,6 +118,7 @@ Item {
         anchors.right: parent.right
         width: 42
         height: parent.height
+        hoverEnabled: true
         Accessible.name: view.row.openLabel
         Accessible.onPressAction: view.openRequested()
         onClicked: view.openRequested()
@@ -137,6 +138,7 @@ Item {
         }
         // Made when it is wanted: there are many rows.
         Loader {
+            anchors.fill: parent
             active: openButton.hovered
             sourceComponent: SoftToolTip {
                 text: "在 Orvik 中打开"

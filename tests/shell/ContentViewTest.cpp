@@ -73,6 +73,23 @@ private slots:
         QCOMPARE(f.defaults.number("sidebarWidth"), 224.0);
     }
 
+    void helpAppearsBelowWhatItIsAbout() {
+        ShellFixture f(projects(1));
+        const QQuickItem *row = f.item("TaskRowView");
+        const QRectF chevron(f.rect(row).right() - 42, f.rect(row).top(), 42, 58);
+        QTest::mouseMove(f.window, chevron.center().toPoint());
+        f.settle();
+        const QObject *help = nullptr;
+        for (const QObject *child : row->findChildren<QObject *>()) {
+            if (child->inherits("QQuickToolTip")) {
+                help = child;
+            }
+        }
+        QVERIFY(help);
+        QCOMPARE(f.rect(help->property("parent").value<QQuickItem *>()), chevron);
+        QTRY_COMPARE(help->property("y"), 58 + 6);
+    }
+
     void theSidebarChoosesWhatShows() {
         std::vector<Sample> samples = projects(15);
         // Long names are cut for the screen and stay distinct.

@@ -92,11 +92,16 @@ QString surfaceLook(const QQuickItem *item, bool dark) {
                        .arg(item->width())
                        .arg(item->height())
                        .arg(item->property("radius").toDouble());
+    if (!item->property("continuous").toBool()) {
+        look += QStringLiteral("circular ");
+    }
     const auto fill = item->property("fill").value<QColor>();
     look += fill.alpha() == 0 ? QStringLiteral("clear") : role(fill, dark);
     const auto outline = item->property("outline").value<QColor>();
     if (outline.alpha() != 0) {
-        look += QStringLiteral(" rim ") + role(outline, dark);
+        const double width = item->property("outlineWidth").toDouble();
+        look += width == 1 ? QStringLiteral(" rim ") : QStringLiteral(" rim %1 ").arg(width);
+        look += role(outline, dark);
     }
     return look + shadowLook(item, "darkShadow", dark) + shadowLook(item, "lightShadow", dark);
 }

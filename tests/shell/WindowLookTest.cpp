@@ -32,7 +32,7 @@ QString inContent(const ShellFixture &f, const QString &type) {
 }
 
 const char *const sidebarHeaderLook = R"(
-surface 31.5x31.5 radius 7.3125 accent shadow softShadowDark 4 2 3
+surface 31.5x31.5 radius 7.3125 circular accent shadow softShadowDark 4 2 3
 text "Orvik" 19 700 system primaryInk
 text "本地任务看板" 10 500 system secondaryInk
 symbol %1 13 600 secondaryInk
@@ -40,14 +40,14 @@ surface 34x34 radius 9 raisedSurface rim hairline shadow softShadowDark 3 2 2 sh
 
 const char *const sidebarFooterLook = R"(
 surface 142x40 radius 10 insetSurface
-surface 42x32 radius 8 %1
+surface 42x32 radius 8 circular %1
 symbol sun.max 12 500 %2
-surface 42x32 radius 8 %3
+surface 42x32 radius 8 circular %3
 symbol moon 12 500 %4
-surface 42x32 radius 8 clear
+surface 42x32 radius 8 circular clear
 symbol display 12 500 secondaryInk
 symbol cylinder 13 400 secondaryInk
-surface 7x7 radius 3.5 running
+surface 7x7 radius 3.5 circular running
 text "SQLite · 本机只读" 9 600 system primaryInk
 text "不会回写 Orvik" 8 400 system mutedInk)";
 
@@ -57,34 +57,34 @@ symbol square.grid.2x2 14 600 primaryInk
 text "全部项目" 12 600 system primaryInk
 text "5" 9 500 system primaryInk
 surface 196x42 radius 9 clear
-surface 24x24 radius 6 insetSurface
+surface 24x24 radius 6 circular insetSurface
 symbol star 11 600 primaryInk
 text "24H" 10 700 monospaced primaryInk
 text "今天更新" 10 400 system secondaryInk
 text "2" 9 400 system secondaryInk
-surface 196x36 radius 8 clear
-surface 24x24 radius 6 insetSurface
+surface 196x36 radius 8 circular clear
+surface 24x24 radius 6 circular insetSurface
 symbol star.fill 11 600 primaryInk
 text "PIN" 10 700 monospaced primaryInk
 text "已固定" 10 400 system secondaryInk
 text "1" 9 400 system secondaryInk
-surface 196x36 radius 8 insetSurface
-surface 24x24 radius 6 insetSurface
+surface 196x36 radius 8 circular insetSurface
+surface 24x24 radius 6 circular insetSurface
 symbol star 11 600 primaryInk
 text "ARC" 10 700 monospaced primaryInk
 text "已归档" 10 400 system secondaryInk
 text "3" 9 400 system secondaryInk
-surface 196x36 radius 8 clear
+surface 196x36 radius 8 circular clear
 surface 30x30 radius 7 insetSurface
 text "BEA" 9 700 monospaced primaryInk lines 1
 text "Beacon" 11.5 400 rounded primaryInk lines 1
 text "4" 9 400 monospaced secondaryInk
-surface 196x40 radius 8 clear
+surface 196x40 radius 8 circular clear
 surface 30x30 radius 7 accent@0.16
 text "ATL" 9 700 monospaced accent lines 1
 text "atlas" 11.5 600 rounded primaryInk lines 1
 text "1" 9 400 monospaced secondaryInk
-surface 196x40 radius 8 accent@0.09)";
+surface 196x40 radius 8 circular accent@0.09)";
 
 const char *const focusSummaryLook = R"(
 symbol scope 13 700 accent
@@ -108,7 +108,7 @@ surface 30x30 radius 9 raisedSurface rim hairline shadow softShadowDark 3 2 2 sh
 symbol doc.on.doc 13 400 secondaryInk
 surface 30x30 radius 9 raisedSurface rim hairline shadow softShadowDark 3 2 2 shadow softShadowLight 3 -2 -2
 surface *x26 radius 13 running@0.09
-surface 7x7 radius 3.5 running
+surface 7x7 radius 3.5 circular running
 text "进行中" 9 600 rounded running
 text "First" 19 700 rounded primaryInk lines 7
 text "该任务没有可用的预览文本。" 10 400 rounded secondaryInk lines 6
@@ -159,12 +159,12 @@ text "本周" 10 500 rounded secondaryInk
 surface *x30 radius 15 raisedSurface rim rimLight shadow softShadowDark 4 2 2
 text "更早" 10 500 rounded secondaryInk
 text "1 条" 9 400 monospaced mutedInk
-surface 15x15 radius 7.5 raisedSurface rim rimLight
-surface 7x7 radius 3.5 running
+surface 15x15 radius 7.5 circular raisedSurface rim rimLight
+surface 7x7 radius 3.5 circular running
 text "刚刚" 11 600 rounded secondaryInk
 text "1" 8 500 monospaced mutedInk
-surface 788x58 radius 11 liftedSurface rim accent@0.72 shadow softShadowDark 6 3 3 shadow softShadowLight 4 -2 -2
-surface 34x34 radius 17 running@0.1 rim running@0.2
+surface 788x58 radius 11 liftedSurface rim 1.5 accent@0.72 shadow softShadowDark 6 3 3 shadow softShadowLight 4 -2 -2
+surface 34x34 radius 17 circular running@0.1 rim running@0.2
 symbol waveform.path.ecg 14 600 running
 text "First" 12 600 rounded primaryInk lines 1
 text "ATL / ATLAS / CLI" 8 500 monospaced accent@0.78 lines 1
@@ -183,13 +183,13 @@ text "全部" 9 500 rounded mutedInk
 surface 275x190 radius 16 raisedSurface rim hairline shadow softShadowDark@0.48 5 5 6 shadow softShadowLight 6 -4 -4
 surface 38x38 radius 10 accent@0.11
 text "ATL" 10 700 system accent
-surface 32x32 radius 9 insetSurface@0.7
+surface 32x32 radius 9 circular insetSurface@0.7
 symbol arrow.up.right 11 600 secondaryInk
 text "atlas" 16 700 system primaryInk lines 2
 text "最近更新 刚刚" 9 400 system mutedInk lines 1
-surface 6x6 radius 3 running
+surface 6x6 radius 3 circular running
 text "1 进行中" 9 500 system secondaryInk
-surface 6x6 radius 3 secondaryInk
+surface 6x6 radius 3 circular secondaryInk
 text "0 已完成" 9 500 system secondaryInk
 text "1 个任务" 9 500 system secondaryInk
 surface 275x190 *)";
