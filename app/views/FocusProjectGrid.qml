@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
 // The project cards, as many in a row as fit.
@@ -11,6 +12,7 @@ SoftScrollView {
 
     readonly property real smallestCell: 220
     readonly property real largestCell: 320
+    readonly property real smallestCard: 190
     readonly property real gap: 16
     readonly property real sidePadding: 30
     readonly property real bottomPadding: 28
@@ -23,7 +25,13 @@ SoftScrollView {
     readonly property real fittingCell: (room - (columns - 1) * gap) / columns
     readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
 
-    // The card under the pointer, else this view, and what the card's help says.
+    // Cards exist near the visible stretch only; how near changes by whole rows.
+    readonly property real pitch: smallestCard + gap
+    readonly property real nearTop: (Math.floor(contentY / pitch) - 1) * pitch
+    readonly property real nearBottom: nearTop + (Math.ceil(height / pitch) + 3) * pitch
+    property bool placed: false
+
+    // Where the card under the pointer is, and what its help says.
     property Item helped: scroll
     property string help
 
@@ -44,22 +52,43 @@ SoftScrollView {
         Repeater {
             model: scroll.cards
 
-            delegate: FocusProjectCard {
-                id: card
+            delegate: Item {
+                id: cell
 
-                width: scroll.cellWidth
-                onClicked: scroll.selected(row.key)
-                onHoveredChanged: {
-                    if (hovered) {
-                        scroll.helped = card;
+                required property projectCard row
+                property bool holdsFocus: false
+                readonly property bool isNear: y < scroll.nearBottom && y + height > scroll.nearTop
+
+                function offerHelp(offered: bool) {
+                    if (offered) {
+                        scroll.helped = cell;
                         scroll.help = row.helpText;
-                    } else if (scroll.helped === card) {
+                    } else if (scroll.helped === cell) {
                         scroll.helped = scroll;
                         scroll.help = "";
                     }
                 }
+
+                width: scroll.cellWidth
+                // A card that goes leaves its height.
+                height: scroll.smallestCard
+
+                Repeater {
+                    model: cell.holdsFocus || scroll.placed && cell.isNear ? 1 : 0
+                    onItemRemoved: cell.offerHelp(false)
+
+                    delegate: FocusProjectCard {
+                        row: cell.row
+                        width: cell.width
+                        onHeightChanged: cell.height = height
+                        onClicked: scroll.selected(row.key)
+                        onHoveredChanged: cell.offerHelp(hovered)
+                        onActiveFocusChanged: cell.holdsFocus = activeFocus
+                    }
+                }
             }
         }
+        onPositioningComplete: scroll.placed = true
     }
     // One for all: there may be many cards.
     SoftToolTip {

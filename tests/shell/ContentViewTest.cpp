@@ -248,7 +248,7 @@ private slots:
             f.settle();
             const auto cards = f.items("FocusProjectCard");
             int inARow = 0;
-            while (inARow < cards.size() && cards[inARow]->y() == 0) {
+            while (inARow < cards.size() && f.rect(cards[inARow]).y() == f.rect(cards[0]).y()) {
                 ++inARow;
             }
             QCOMPARE(inARow, count);
@@ -257,6 +257,32 @@ private slots:
             QCOMPARE(f.rect(cards[0]).height(), 190.0);
             QCOMPARE(f.rect(cards[inARow]).y() - f.rect(cards[0]).bottom(), 16.0);
         }
+    }
+
+    void cardsExistNearTheViewOnly() {
+        ShellFixture f(projects(400), {{"dashboardMode", "focus"}});
+        const auto shownCards = [&] {
+            const auto cards = f.items("FocusProjectCard");
+            return QStringList{QString::number(cards.size()),
+                               f.texts(cards.first()).section('|', 1, 1),
+                               f.texts(cards.last()).section('|', 1, 1)}
+                .join(u' ');
+        };
+        QCOMPARE(shownCards(), "24 project0 project23");
+        // The keyboard finds the next row below the view.
+        while (f.typeOf(f.window->activeFocusItem()) != "FocusProjectCard") {
+            f.press(Qt::Key_Tab);
+        }
+        for (int card = 0; card < 40; ++card) {
+            f.press(Qt::Key_Tab);
+        }
+        const QQuickItem *focused = f.window->activeFocusItem();
+        QCOMPARE(f.texts(focused).section('|', 1, 1), "project40");
+        QVERIFY(f.rect(f.item("FocusProjectGrid")).contains(f.rect(focused)));
+        f.press(Qt::Key_End);
+        QCOMPARE(shownCards(), "21 project40 project399");
+        f.press(Qt::Key_Home);
+        QCOMPARE(f.window->activeFocusItem(), focused);
     }
 };
 
