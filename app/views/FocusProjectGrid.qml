@@ -95,6 +95,6 @@ SoftScrollView {
         parent: scroll.helped
         text: scroll.help
         // A card that goes may still count as hovered.
-        visible: scroll.help !== "" && scroll.helped.Window.window !== null
+        visible: scroll.help !== "" && Boolean(scroll.helped?.Window.window)
     }
 }
