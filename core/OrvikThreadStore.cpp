@@ -239,14 +239,19 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
 /// Makes records of rows. Not to be shared between threads.
 class RecordMaker {
 public:
-    RecordMaker(const std::string &home, const KnownRecords &known)
+    RecordMaker(const std::string &home, const KnownRecords &known, const std::stop_token &stop)
         : m_home(home)
-        , m_known(known) {}
+        , m_known(known)
+        , m_stop(stop) {}
 
+    /// Fewer than the rows when it is to stop.
     std::vector<ThreadRecord> records(Batch batch) {
         std::vector<ThreadRecord> result;
         result.reserve(batch.size());
         for (StoredThread &stored : batch) {
+            if (m_stop.stop_requested()) {
+                break;
+            }
             result.push_back(m_known.record(fields(std::move(stored))));
         }
         return result;
@@ -277,6 +282,7 @@ private:
 
     const std::string &m_home;
     const KnownRecords &m_known;
+    const std::stop_token &m_stop;
     ThreadRunStateResolver m_resolver;
     RolloutEventParser m_parser;
 };
@@ -308,7 +314,7 @@ std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string 
     std::vector<std::vector<ThreadRecord>> made(batches.size());
     std::atomic<std::size_t> next = 0;
     runOnThreads(batches.size(), [&] {
-        RecordMaker maker(home, known);
+        RecordMaker maker(home, known, stop);
         for (std::size_t i = next++; i < batches.size() && !stop.stop_requested(); i = next++) {
             made[i] = maker.records(std::exchange(batches[i], {}));
         }
