@@ -8,10 +8,11 @@ T.AbstractButton {
     id: card
 
     required property projectCard row
+    required property real smallestHeight
 
     readonly property real inset: 18
 
-    implicitHeight: Math.max(190, texts.y + texts.height + 20 + metrics.height + inset)
+    implicitHeight: Math.max(smallestHeight, texts.y + texts.height + 20 + metrics.height + inset)
     hoverEnabled: true
     Accessible.name: row.label
     Accessible.description: "打开该项目的任务动态"

@@ -79,6 +79,7 @@ SoftScrollView {
 
                     delegate: FocusProjectCard {
                         row: cell.row
+                        smallestHeight: scroll.smallestCard
                         width: cell.width
                         onHeightChanged: cell.height = height
                         onClicked: scroll.selected(row.key)
