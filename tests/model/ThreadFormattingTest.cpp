@@ -3,6 +3,7 @@
 #include "app/model/DashboardEnvironment.h"
 #include "app/model/ThreadDetail.h"
 
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace tallyview;
@@ -84,13 +85,12 @@ private slots:
     }
 
     void datesAreThoseOfTheUsersClock() {
-        const QByteArray before = qgetenv("TZ");
+        const auto unset = qScopeGuard([] { qunsetenv("TZ"); });
         for (const char *zone : {"Asia/Shanghai", ":Asia/Shanghai", "CST-8", "UTC-8", "GMT-8",
                                  "/usr/share/zoneinfo/Asia/Shanghai"}) {
             qputenv("TZ", zone);
             QCOMPARE(ThreadFormatting::full(at(now), userTimeZone()), "2024/03/07 20:00");
         }
-        qputenv("TZ", before);
     }
 };
 

@@ -39,6 +39,7 @@ public:
     ///     surface 310x44 radius 11 raisedSurface rim rimLight shadow softShadowDark 5.04 3.6 3.6
     ///
     /// Colours stand under the names of their roles. An opacity of their own follows as "@0.66".
+    /// "circular" are corners that are quarter circles; a rim's width stands where it is not 1.
     static QString looks(const QQuickItem *item, bool dark = false);
     /// Whether `actual` is the lines of `wanted`, in which "*" stands for any text.
     static bool matches(const QString &actual, const QString &wanted);
