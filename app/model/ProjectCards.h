@@ -37,12 +37,7 @@ public:
     friend bool operator==(const ProjectCard &, const ProjectCard &) = default;
 };
 
-class ProjectCardList : public ListAdapter<ProjectCard> {
-    Q_OBJECT
-    QML_ANONYMOUS
-public:
-    using ListAdapter::ListAdapter;
-};
+using ProjectCardList = ListAdapter<ProjectCard>;
 
 ProjectCard projectCard(const ProjectSummary &project, Instant now, const QTimeZone &timeZone);
 

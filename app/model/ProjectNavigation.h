@@ -24,12 +24,7 @@ public:
     friend bool operator==(const ProjectRow &, const ProjectRow &) = default;
 };
 
-class ProjectRowList : public ListAdapter<ProjectRow> {
-    Q_OBJECT
-    QML_ANONYMOUS
-public:
-    using ListAdapter::ListAdapter;
-};
+using ProjectRowList = ListAdapter<ProjectRow>;
 
 /// The projects and the shortcuts of the sidebar, and what choosing them does.
 /// Counts are decimal digits.

@@ -53,19 +53,9 @@ public:
     friend bool operator==(const TimeGroupRow &, const TimeGroupRow &) = default;
 };
 
-class TaskRowList : public ListAdapter<TaskRow> {
-    Q_OBJECT
-    QML_ANONYMOUS
-public:
-    using ListAdapter::ListAdapter;
-};
+using TaskRowList = ListAdapter<TaskRow>;
 
-class TimeGroupRowList : public ListAdapter<TimeGroupRow> {
-    Q_OBJECT
-    QML_ANONYMOUS
-public:
-    using ListAdapter::ListAdapter;
-};
+using TimeGroupRowList = ListAdapter<TimeGroupRow>;
 
 /// A thread counts as active while it runs and is not archived.
 bool isActive(const ThreadRecord &thread);

@@ -101,7 +101,8 @@ Item {
             ParallelAnimation {
                 id: leaving
 
-                onFinished: replaced.dropAfter(holder.number)
+                // Also when motion is reduced on the way, which is no natural end.
+                onStopped: replaced.dropAfter(holder.number)
 
                 ReplaceAnimation { target: holder; property: "opacity"; to: 0; duration: replaced.duration }
                 ReplaceAnimation { target: holder; property: "scale"; to: holder.shown?.leaveScale ?? 1; duration: replaced.duration }

@@ -29,6 +29,12 @@ def until(condition, what, seconds=20):
     raise AssertionError(f"{what}: not within {seconds} s")
 
 
+def role(item):
+    """The name of its role; assistive technology used to say "push button" for "button"."""
+    name = item.get_role_name()
+    return "button" if name == "push button" else name
+
+
 class Desktop:
     BINARIES = os.environ["TALLYVIEW_BINARIES"]
 
@@ -74,7 +80,7 @@ class Desktop:
 
     def start_application(self, **more):
         self.start("application", f"{self.BINARIES}/orvik-tallyview", **more)
-        until(lambda: self.find("push button", "刷新任务"), "the application's window")
+        until(lambda: self.find("button", "刷新任务"), "the application's window")
         self._await_refresh()
 
     def run_application(self):
@@ -85,7 +91,7 @@ class Desktop:
     def close_window(self):
         """Asks the window to close, as a window manager does."""
         close_window("Orvik Tallyview")
-        until(lambda: not self.find("push button", "刷新任务"), "the window is gone")
+        until(lambda: not self.find("button", "刷新任务"), "the window is gone")
 
     def complaints(self):
         """What the application wrote to standard error."""
@@ -113,12 +119,12 @@ class Desktop:
 
     def refresh(self):
         """Presses the refresh button and waits for the end of the refresh."""
-        self.press("push button", "刷新任务")
+        self.press("button", "刷新任务")
         time.sleep(0.3)
         self._await_refresh()
 
     def _await_refresh(self):
-        until(lambda: self.find("push button", "刷新任务", state=Atspi.StateType.ENABLED),
+        until(lambda: self.find("button", "刷新任务", state=Atspi.StateType.ENABLED),
               "the end of the refresh")
 
     # The notification daemon and the application that links lead to.
@@ -188,14 +194,14 @@ class Desktop:
             if child:
                 yield from self._walk(child)
 
-    def find(self, role, name, state=None):
+    def find(self, kind, name, state=None):
         """The first item of a role whose name is `name`, or matches it where it is a pattern."""
         for item in self.tree():
             try:
                 matches = (name.search(item.get_name() or "") if isinstance(name, re.Pattern)
                            else item.get_name() == name)
                 states = item.get_state_set()
-                if (matches and item.get_role_name() == role
+                if (matches and role(item) == kind
                         and states.contains(Atspi.StateType.VISIBLE)
                         and (not state or states.contains(state))):
                     return item
@@ -203,11 +209,11 @@ class Desktop:
                 continue
         return None
 
-    def press(self, role, name):
-        item = until(lambda: self.find(role, name), f"{role} {name}")
+    def press(self, kind, name):
+        item = until(lambda: self.find(kind, name), f"{kind} {name}")
         actions = item.get_action_iface()
         names = [actions.get_action_name(i) for i in range(actions.get_n_actions())]
-        assert actions.do_action(names.index("Press")), f"{role} {name} cannot be pressed"
+        assert actions.do_action(names.index("Press")), f"{kind} {name} cannot be pressed"
 
     def texts(self):
         return [text for item in self.tree()

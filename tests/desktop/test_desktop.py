@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from private_desktop import Atspi, Desktop, start_accessibility, until
+from private_desktop import Atspi, Desktop, role, start_accessibility, until
 
 
 def setUpModule():
@@ -17,8 +17,8 @@ class OnTheDesktop(unittest.TestCase):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
 
-    def expect(self, role, name, description=None):
-        item = until(lambda: self.desktop.find(role, name), f"{role} {name}")
+    def expect(self, kind, name, description=None):
+        item = until(lambda: self.desktop.find(kind, name), f"{kind} {name}")
         if description is not None:
             self.assertEqual(item.get_description(), description)
         return item
@@ -45,14 +45,14 @@ class Accessibility(OnTheDesktop):
         self.running_threads(1)
         desktop.start_application()
         self.expect("image", "进行中")
-        shown = "\n".join(f"{item.get_role_name()}: {item.get_name()} | {item.get_description()}"
+        shown = "\n".join(f"{role(item)}: {item.get_name()} | {item.get_description()}"
                           for item in desktop.tree())
         for line in """
-push button: 切换到专注模式 | 在项目平铺视图和标准三栏视图之间切换
+button: 切换到专注模式 | 在项目平铺视图和标准三栏视图之间切换
 check box: 全部项目，共 [0-9]+ 个任务 |
-push button: 今天更新 | [0-9]+
+button: 今天更新 | [0-9]+
 check box: 已固定 | 0
-push button: 已归档 | [0-9]+
+button: 已归档 | [0-9]+
 radio button: 浅色 |
 radio button: 深色 |
 radio button: 跟随系统 |
@@ -60,7 +60,7 @@ label: SQLite · 本机只读 |
 label: 不会回写 Orvik |
 slider: 调整项目栏宽度 | 拖动调整宽度，双击恢复默认宽度
 label: 任务动态 |
-push button: 刷新任务 |
+button: 刷新任务 |
 radio button: 进行中，[0-9]+ 个任务 |
 radio button: 已完成，[0-9]+ 个任务 |
 radio button: 全部，[0-9]+ 个任务 |
@@ -69,12 +69,12 @@ radio button: 刚刚 |
 radio button: 今天 |
 radio button: 本周 |
 radio button: 更早 |
-push button: Task .* | ATL / ATLAS / .*
+button: Task .* | ATL / ATLAS / .*
 image: 进行中 |
-push button: 在 Orvik 中打开 Task .* |
-push button: 固定任务 |
-push button: 复制 Thread ID |
-push button: 在 Orvik 中继续 |""".strip().splitlines():
+button: 在 Orvik 中打开 Task .* |
+button: 固定任务 |
+button: 复制 Thread ID |
+button: 在 Orvik 中继续 |""".strip().splitlines():
             pattern = line.replace("|", "[|]")
             self.assertRegex(shown, re.compile(f"^{pattern} ?$", re.MULTILINE))
         width = self.expect("slider", "调整项目栏宽度", "拖动调整宽度，双击恢复默认宽度")
@@ -83,17 +83,17 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
                           value.get_maximum_value(), value.get_minimum_increment()],
                          [224, 200, 360, 20])
 
-        desktop.press("push button", "切换到专注模式")
-        self.expect("push button", "切换到标准模式", "在项目平铺视图和标准三栏视图之间切换")
+        desktop.press("button", "切换到专注模式")
+        self.expect("button", "切换到标准模式", "在项目平铺视图和标准三栏视图之间切换")
         self.expect("label", "专注空间")
         self.expect("label", "点击右上角按钮随时返回标准模式")
         card = re.compile("^(.+)，[0-9]+ 个进行中，[0-9]+ 个任务$")
-        first = self.expect("push button", card, "打开该项目的任务动态").get_name()
-        desktop.press("push button", first)
+        first = self.expect("button", card, "打开该项目的任务动态").get_name()
+        desktop.press("button", first)
         self.expect("label", card.match(first).group(1) + " · 任务动态")
-        desktop.press("push button", "返回项目列表")
-        self.expect("push button", card)
-        desktop.press("push button", "切换到标准模式")
+        desktop.press("button", "返回项目列表")
+        self.expect("button", card)
+        desktop.press("button", "切换到标准模式")
         self.expect("label", "任务动态")
         self.quiet()
 
@@ -101,12 +101,12 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
         desktop = self.desktop
         thread = self.running_threads(2)[1]
         desktop.start_application()
-        desktop.press("push button", f"Task {thread}")
+        desktop.press("button", f"Task {thread}")
         self.expect("label", thread)
-        desktop.press("push button", "固定任务")
-        self.expect("push button", "取消固定")
+        desktop.press("button", "固定任务")
+        self.expect("button", "取消固定")
         self.stored("pinnedThreadIDs", thread)
-        desktop.press("push button", "复制 Thread ID")
+        desktop.press("button", "复制 Thread ID")
         until(lambda: subprocess.run(["xclip", "-selection", "clipboard", "-o"],
                                      capture_output=True, text=True).stdout == thread,
               "the id on the clipboard")
@@ -120,8 +120,8 @@ push button: 在 Orvik 中继续 |""".strip().splitlines():
         checked = [item.get_name() for item in desktop.tree()
                    if item.get_state_set().contains(Atspi.StateType.CHECKED)]
         self.assertRegex(" ".join(checked), "^全部项目，共 [0-9]+ 个任务 跟随系统 全部，[0-9]+ 个任务 更早$")
-        desktop.press("push button", "重置筛选")
-        until(lambda: not desktop.find("push button", "重置筛选"), "the filters are reset")
+        desktop.press("button", "重置筛选")
+        until(lambda: not desktop.find("button", "重置筛选"), "the filters are reset")
         self.quiet()
 
 
@@ -132,7 +132,7 @@ class Size(OnTheDesktop):
                     " INSERT INTO threads (id, title, cwd, updated_at_ms, rollout_path)"
                     " SELECT 'many-' || i, 'Task ' || i, '/src/' || i % 50, 1000 * unixepoch(), '' FROM n")
         desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview")
-        button = self.expect("push button", "刷新任务")
+        button = self.expect("button", "刷新任务")
         longest = 0
 
         def is_refreshed():
@@ -147,7 +147,7 @@ class Size(OnTheDesktop):
 
         until(is_refreshed, "a million threads", 120)
         self.expect("check box", re.compile("^全部项目，共 10000[0-9]{2} 个任务$"))
-        desktop.press("push button", "刷新任务")
+        desktop.press("button", "刷新任务")
         until(is_refreshed, "the next refresh", 120)
         self.assertLess(longest, 5)
         self.quiet()
@@ -224,14 +224,14 @@ class Notices(OnTheDesktop):
         shown = "\n".join(desktop.texts())
         self.assertIn("api_key=[REDACTED] for 138****5678", shown)
         self.assertIn("sk-[REDACTED] token=[REDACTED]", shown)
-        desktop.press("push button", "切换到专注模式")
-        desktop.press("push button", re.compile("^atlas，"))
+        desktop.press("button", "切换到专注模式")
+        desktop.press("button", re.compile("^atlas，"))
         self.expect("label", "atlas · 任务动态")
         shown += "\n".join(desktop.texts())
-        desktop.press("push button", "切换到标准模式")
+        desktop.press("button", "切换到标准模式")
         desktop.press("radio button", re.compile("^全部，"))
         desktop.press("radio button", "本周")
-        self.expect("push button", "138****5678 [REDACTED_JWT] password: [REDACTED]")
+        self.expect("button", "138****5678 [REDACTED_JWT] password: [REDACTED]")
         shown += "\n".join(desktop.texts())
         for thread in running:
             desktop.complete_task(thread)
@@ -253,13 +253,13 @@ class Notices(OnTheDesktop):
         # Starting it again shows the window of the one that runs.
         for _ in range(2):
             self.assertEqual(desktop.run_application(), 0)
-            self.expect("push button", "刷新任务")
+            self.expect("button", "刷新任务")
             desktop.close_window()
         # A start while it ends takes its place.
         desktop.processes["application"].terminate()
         desktop.start("next", f"{desktop.BINARIES}/orvik-tallyview")
         self.assertEqual(desktop.processes["application"].wait(10), 0)
-        self.expect("push button", "刷新任务")
+        self.expect("button", "刷新任务")
         self.assertEqual(desktop.stop("next"), 0)
         self.quiet()
 
