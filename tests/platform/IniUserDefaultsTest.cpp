@@ -80,7 +80,7 @@ private slots:
             same(QStringList()),
             {QStringList{"a"}, "a"},
             {QStringList{""}, ""},
-            same(QStringList{"a, b", "\"c\"", "d;e=f", "", " g ", "h\ni", "1e5", u"任务 🎉"_qs}),
+            same(QStringList{"a, b", "\"c\"", "d;e=f", "", " g ", "h\ni", "1e5", "任务 🎉"}),
             {QVariantList{"a", "b"}, QStringList{"a", "b"}}, // from a script
             {268.5, "268.5"},
             {true, "true"},

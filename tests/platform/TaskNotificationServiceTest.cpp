@@ -16,6 +16,7 @@
 #include <memory>
 
 using namespace tallyview;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -195,9 +196,9 @@ private slots:
         const QString rest =
             "|default,|desktop-entry=org.orvik.Tallyview|sound-name=message-new-instant|-1";
         QCOMPARE(daemon.notices.join(u'\n'),
-                 u"Orvik Tallyview|Orvik 任务已完成|tallyview\nBuild it"_qs + rest +
+                 u"Orvik Tallyview|Orvik 任务已完成|tallyview\nBuild it"_s + rest +
                      u"\nOrvik Tallyview|Orvik Tallyview 通知已开启|"
-                     "任务运行结束后，会在这里提醒你。"_qs +
+                     "任务运行结束后，会在这里提醒你。"_s +
                      rest);
         daemon.click(2);
         QTRY_COMPARE(daemon.closed, QList<uint>{2});
@@ -207,7 +208,7 @@ private slots:
 
     void showsTextsAsTheyAre() {
         const QString text =
-            u"<b>x</b> R&amp;D 'a' \"b\"\nc\td\u001b[1m 🎉 完成 👩‍💻"_qs +
+            u"<b>x</b> R&amp;D 'a' \"b\"\nc\td\u001b[1m 🎉 完成 👩‍💻"_s +
             QString(5000, u'<');
         const QString plain = QString(text).replace(u'\u001b', u' ');
         const QString escaped =
@@ -226,7 +227,7 @@ private slots:
         FakeNotificationDaemon daemon;
         Session session;
         QCOMPARE(session.delivery(record("a b/c")), "");
-        QCOMPARE(session.delivery(record(u"任务"_qs)), "");
+        QCOMPARE(session.delivery(record(u"任务"_s)), "");
         QCOMPARE(session.delivery(record("a b/c")), "");
         emit daemon.ActionInvoked(1, "settings");
         daemon.click(4);
@@ -241,7 +242,7 @@ private slots:
         QCOMPARE(session.opener.opened.size(), 3);
         QCOMPARE(session.clickedNotices(),
                  u"a b/c:orvik-task-complete-a b/c-ID 任务:orvik-task-complete-任务-ID "
-                 "a b/c:orvik-task-complete-a b/c-ID"_qs);
+                 "a b/c:orvik-task-complete-a b/c-ID"_s);
     }
 
     void outlivesAHangingDaemon() {
