@@ -1,12 +1,7 @@
 # The Debian package. Included last: it takes what has been installed so far.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME orvik-tallyview)
-# Whoever builds the package answers for it, under the name that Debian's own tools use.
-set(CPACK_PACKAGE_CONTACT "$ENV{DEBFULLNAME} <$ENV{DEBEMAIL}>")
-if(CPACK_PACKAGE_CONTACT STREQUAL " <>")
-  cmake_host_system_information(RESULT host QUERY FQDN)
-  set(CPACK_PACKAGE_CONTACT "The builder of this package <root@${host}>")
-endif()
+set(CPACK_PACKAGE_CONTACT "${TALLYVIEW_PACKAGER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "dashboard of the tasks of the Orvik coding agent")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Shows which tasks of the Orvik coding agent are running on this machine and
