@@ -28,6 +28,11 @@ Item {
         }
     }
 
+    function dropReplacedIfStill() {
+        if (SoftTheme.still && generations.count > 1)
+            generations.remove(0, generations.count - 1);
+    }
+
     // The item of the content that has the keyboard's focus.
     function focusedItem(): Item {
         for (let item = Window.activeFocusItem; item; item = item.parent) {
@@ -46,11 +51,17 @@ Item {
         // What is replaced takes no input any more; the keyboard goes on in what replaces it.
         if (focused)
             current.nextItemInFocusChain().forceActiveFocus(isRinged ? Qt.TabFocusReason : Qt.OtherFocusReason);
-        if (SoftTheme.still)
-            generations.remove(0, generations.count - 1);
+        dropReplacedIfStill();
     }
     Component.onCompleted: generations.append({ number: generation })
 
+    Connections {
+        function onMotionChanged() {
+            replaced.dropReplacedIfStill();
+        }
+
+        target: SoftTheme
+    }
     ListModel {
         id: generations
     }
@@ -101,18 +112,15 @@ Item {
             ParallelAnimation {
                 id: leaving
 
-                // Also when motion is reduced on the way, which is no natural end.
-                onStopped: replaced.dropAfter(holder.number)
+                onFinished: replaced.dropAfter(holder.number)
 
                 ReplaceAnimation { target: holder; property: "opacity"; to: 0; duration: replaced.duration }
                 ReplaceAnimation { target: holder; property: "scale"; to: holder.shown?.leaveScale ?? 1; duration: replaced.duration }
             }
             Connections {
                 function onMotionChanged() {
-                    if (!SoftTheme.still)
-                        return;
-                    entering.complete();
-                    leaving.complete();
+                    if (SoftTheme.still)
+                        entering.complete();
                 }
 
                 target: SoftTheme
