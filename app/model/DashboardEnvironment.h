@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/platform/Pasteboard.h"
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
 #include <QLocale>
-#include <QTimeZone>
 
 #include <chrono>
 #include <functional>
@@ -17,10 +17,6 @@ class UserDefaults;
 /// The current time of the system's clock.
 Instant systemNow();
 
-/// The zone in which the user's clock runs; one of the present offset where `TZ` has a form that
-/// only the C library knows.
-QTimeZone userTimeZone();
-
 /// How the user's language orders text; as Chinese does where no language is set.
 QLocale userCollation();
 
@@ -31,8 +27,8 @@ struct DashboardEnvironment {
     UrlOpener &urlOpener;
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
-    std::function<QTimeZone()> timeZone = userTimeZone;
-    QLocale collationLocale = userCollation(); ///< orders project names
+    std::function<UtcOffset()> utcOffset = userUtcOffset; ///< called for each evaluation
+    QLocale collationLocale = userCollation();            ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };
 

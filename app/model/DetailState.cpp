@@ -31,7 +31,7 @@ void DetailState::update() {
     ThreadDetail detail;
     if (m_thread) {
         detail = threadDetail(*m_thread, model()->pinnedIDs().contains(m_thread->id()),
-                              model()->environment().timeZone());
+                              model()->environment().utcOffset());
     }
     const bool differs = std::exchange(m_detail, detail) != detail;
     const QString identity =

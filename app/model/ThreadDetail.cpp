@@ -27,7 +27,7 @@ QString valueOrUnknown(const std::string &text) {
 
 } // namespace
 
-ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZone &timeZone) {
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset) {
     ThreadDetail detail;
     detail.exists = true;
     detail.active = isActive(thread);
@@ -38,7 +38,7 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZo
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
     detail.project = value(thread->project);
-    detail.updated = ThreadFormatting::full(thread->updatedAt, timeZone);
+    detail.updated = ThreadFormatting::full(thread->updatedAt, utcOffset);
     detail.source = value(thread->source);
     detail.model = valueOrUnknown(thread->model);
     detail.effort = valueOrUnknown(thread->reasoningEffort);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
 #include <QObject>
-#include <QTimeZone>
 #include <QtQmlIntegration>
 
 namespace tallyview {
@@ -53,6 +53,6 @@ public:
     friend bool operator==(const ThreadDetail &, const ThreadDetail &) = default;
 };
 
-ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZone &timeZone);
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset);
 
 } // namespace tallyview
