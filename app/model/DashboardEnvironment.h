@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/model/ThreadFormatting.h"
 #include "app/platform/Pasteboard.h"
 #include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
@@ -28,7 +29,8 @@ struct DashboardEnvironment {
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
     std::function<UtcOffset()> utcOffset = userUtcOffset; ///< called for each evaluation
-    QLocale collationLocale = userCollation();            ///< orders project names
+    ThreadFormatting::Number number = ThreadFormatting::numberIn(userNumberLocale());
+    QLocale collationLocale = userCollation(); ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };
 

@@ -1,7 +1,6 @@
 #include "app/model/ThreadDetail.h"
 
 #include "app/model/DisplayText.h"
-#include "app/model/ThreadFormatting.h"
 #include "app/model/ThreadRows.h"
 #include "core/TextSanitizer.h"
 #include "core/UnicodeText.h"
@@ -27,7 +26,8 @@ QString valueOrUnknown(const std::string &text) {
 
 } // namespace
 
-ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset) {
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset,
+                          const ThreadFormatting::Number &number) {
     ThreadDetail detail;
     detail.exists = true;
     detail.active = isActive(thread);
@@ -42,7 +42,7 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffs
     detail.source = value(thread->source);
     detail.model = valueOrUnknown(thread->model);
     detail.effort = valueOrUnknown(thread->reasoningEffort);
-    detail.tokens = ThreadFormatting::number(thread->tokensUsed);
+    detail.tokens = number(thread->tokensUsed);
     detail.branch = valueOrUnknown(thread->branch);
     detail.directory = valueOrUnknown(thread->projectPath);
     detail.threadID = value(thread.id());

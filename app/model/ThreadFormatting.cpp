@@ -3,6 +3,9 @@
 #include <QLocale>
 #include <QTimeZone>
 
+#include <unicode/locid.h>
+#include <unicode/numberformatter.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -56,6 +59,14 @@ QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcO
     return formatted(*date, utcOffset, QStringLiteral("MM/dd"));
 }
 
-QString number(std::int64_t value) { return QLocale().toString(static_cast<qlonglong>(value)); }
+Number numberIn(const QByteArray &locale) {
+    return [formatter = icu::number::NumberFormatter::withLocale(
+                icu::Locale::createCanonical(locale.constData()))](std::int64_t value) {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::UnicodeString text = formatter.formatInt(value, status).toString(status);
+        return U_SUCCESS(status) ? QStringView(text.getBuffer(), text.length()).toString()
+                                 : QString::number(value);
+    };
+}
 
 } // namespace tallyview::ThreadFormatting

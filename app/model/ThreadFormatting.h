@@ -22,7 +22,11 @@ QString full(std::optional<Instant> date, const UtcOffset &utcOffset);
 /// "时间未知" for an absent instant.
 QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcOffset);
 
-/// Decimal digits, grouped as in the user's current locale.
-QString number(std::int64_t value);
+/// Writes a number in decimal digits.
+using Number = std::function<QString(std::int64_t)>;
+
+/// In the digits and groups of the language and region of `locale` ("de_CH.UTF-8"); in plain digits
+/// where these give no result. To be made once and kept.
+Number numberIn(const QByteArray &locale);
 
 } // namespace tallyview::ThreadFormatting

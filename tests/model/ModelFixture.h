@@ -81,6 +81,7 @@ public:
                                                    .pasteboard = pasteboard,
                                                    .now = [this] { return now; },
                                                    .utcOffset = [this] { return utcOffset; },
+                                                   .number = ThreadFormatting::numberIn("en"),
                                                    .collationLocale = QLocale(QLocale::English)}) {}
 
     std::filesystem::path databasePath() const {

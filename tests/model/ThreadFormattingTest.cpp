@@ -5,7 +5,9 @@
 
 #include <QTest>
 
+#include <limits>
 #include <utility>
+#include <vector>
 
 using namespace tallyview;
 
@@ -19,7 +21,7 @@ constexpr auto utc = [](qint64) { return 0; };
 constexpr auto shanghai = [](qint64) { return 8 * 3600; };
 
 ThreadDetail detail(const ThreadRecord::Fields &fields) {
-    return threadDetail(ThreadRecord(fields), false, utc);
+    return threadDetail(ThreadRecord(fields), false, utc, ThreadFormatting::numberIn("en"));
 }
 
 QString properties(const ThreadRecord::Fields &fields) {
@@ -38,7 +40,6 @@ private slots:
     void cleanup() { qunsetenv("TZ"); }
 
     void detailsWriteOutWhatIsKnown() {
-        QLocale::setDefault(QLocale(QLocale::English));
         QCOMPARE(properties({.id = "", .project = "Atlas"}),
                  "ATL-|Atlas|未知||未记录|未记录|0|未记录|未记录|");
         QCOMPARE(properties({.id = "019a3f20-1",
@@ -95,6 +96,40 @@ private slots:
             QCOMPARE(ThreadFormatting::full(at(now), userUtcOffset()), "2024/03/07 13:00");
             QCOMPARE(ThreadFormatting::full(at(now + 180 * 86400), userUtcOffset()),
                      "2024/09/03 14:00");
+        }
+    }
+
+    void numbersAreThoseOfTheUsersRegion() {
+        struct Case {
+            std::vector<std::pair<const char *, const char *>> variables;
+            std::int64_t value;
+            const char *text;
+        };
+        constexpr std::int64_t million = 1'234'567;
+        const Case cases[] = {
+            {{}, million, "1,234,567"},
+            {{}, 1234, "1,234"},
+            {{}, std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
+            {{{"LC_ALL", "C"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "de_DE.UTF-8@euro"}, {"LC_NUMERIC", "en_US"}}, million, "1.234.567"},
+            {{{"LC_NUMERIC", "fr_FR.UTF-8"}, {"LANG", "de_DE"}}, million, "1 234 567"},
+            {{{"LC_ALL", ""}, {"LC_NUMERIC", ""}, {"LANG", "es_ES.UTF-8"}}, million, "1.234.567"},
+            {{{"LANG", "es_ES.UTF-8"}}, 1234, "1234"},
+            {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, 1234, "1,234"},
+            {{{"LANG", "hi_IN"}}, million, "12,34,567"},
+            {{{"LANG", "ar_EG.UTF-8"}}, million, "١٬٢٣٤٬٥٦٧"},
+            {{{"LANG", "zh_Hans"}}, 1234, "1,234"},
+            {{{"LANG", "en@numbers=none"}}, million, "1234567"},
+        };
+        for (const auto &[variables, value, text] : cases) {
+            for (const char *variable : {"LC_ALL", "LC_NUMERIC", "LC_MESSAGES", "LANG"}) {
+                qunsetenv(variable);
+            }
+            for (const auto &[variable, locale] : variables) {
+                qputenv(variable, locale);
+            }
+            QCOMPARE(ThreadFormatting::numberIn(userNumberLocale())(value), text);
         }
     }
 };
