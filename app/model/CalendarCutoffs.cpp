@@ -1,32 +1,55 @@
 #include "app/model/CalendarCutoffs.h"
 
-#include <QDateTime>
+#include "app/model/ThreadFormatting.h"
 
-#include <cmath>
+#include <QDate>
 
 namespace tallyview {
 
 namespace {
 
-Instant startOfDay(QDate day, const QTimeZone &timeZone) {
-    const QDateTime start = day.startOfDay(timeZone);
-    return Instant(
-        std::chrono::duration<double>(static_cast<double>(start.toMSecsSinceEpoch()) / 1000.0));
+constexpr qint64 daySeconds = 86400;
+
+/// The first second at which the clock is ahead by `offset`, as it is at `time` and not yet at
+/// `before`.
+qint64 firstWith(qint64 offset, qint64 before, qint64 time, const UtcOffset &utcOffset) {
+    while (time - before > 1) {
+        const qint64 middle = before + (time - before) / 2;
+        (utcOffset(middle) == offset ? time : before) = middle;
+    }
+    return time;
+}
+
+/// The first second whose date is `day`; whose date is later, where the clock skips `day`.
+///
+/// No clock has changed twice within these three days.
+qint64 startOfDay(QDate day, const UtcOffset &utcOffset) {
+    const qint64 midnight = QDate(1970, 1, 1).daysTo(day) * daySeconds;
+    const qint64 before = utcOffset(midnight - daySeconds);
+    const qint64 after = utcOffset(midnight + daySeconds);
+    // A clock that is turned back to midnight or over it shows it twice, first as it ran before.
+    for (const qint64 offset : {before, after}) {
+        if (utcOffset(midnight - offset) == offset) {
+            return midnight - offset;
+        }
+    }
+    return firstWith(after, midnight - after, midnight - before, utcOffset);
 }
 
 } // namespace
 
-CalendarCutoffs CalendarCutoffs::at(Instant now, const QTimeZone &timeZone) {
-    const auto milliseconds =
-        static_cast<qint64>(std::floor(now.time_since_epoch().count() * 1000.0));
-    const QDate today = QDateTime::fromMSecsSinceEpoch(milliseconds, timeZone).date();
+CalendarCutoffs CalendarCutoffs::at(Instant now, const UtcOffset &utcOffset) {
+    const auto startOf = [&utcOffset](QDate day) {
+        return Instant(std::chrono::seconds(startOfDay(day, utcOffset)));
+    };
+    const QDate today = ThreadFormatting::clockTime(now, utcOffset).date();
     const QDate weekStart = today.addDays(-6);
     CalendarCutoffs cutoffs;
     cutoffs.now = now;
     cutoffs.recent = now - std::chrono::seconds(3600);
-    cutoffs.startOfToday = startOfDay(today, timeZone);
-    cutoffs.startOfTomorrow = startOfDay(today.addDays(1), timeZone);
-    cutoffs.week = weekStart.isValid() ? startOfDay(weekStart, timeZone) : cutoffs.startOfToday;
+    cutoffs.startOfToday = startOf(today);
+    cutoffs.startOfTomorrow = startOf(today.addDays(1));
+    cutoffs.week = weekStart.isValid() ? startOf(weekStart) : cutoffs.startOfToday;
     return cutoffs;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
-
-#include <QTimeZone>
 
 #include <limits>
 
@@ -12,15 +11,18 @@ namespace tallyview {
 inline constexpr Instant distantPast{
     std::chrono::duration<double>(-std::numeric_limits<double>::infinity())};
 
-/// The instants that separate the time buckets, for one moment and one time zone.
+/// The instants that separate the time buckets, for one moment and one clock.
+///
+/// A day starts with the first instant that bears its date. Where the clock skips the day, that is
+/// the first one of a later date.
 struct CalendarCutoffs {
     Instant now;
     Instant recent;          ///< an hour ago
-    Instant startOfToday;    ///< start of the calendar day
+    Instant startOfToday;    ///< start of the day that the clock shows
     Instant startOfTomorrow; ///< start of the next calendar day
     Instant week;            ///< start of the day six calendar days before today
 
-    static CalendarCutoffs at(Instant now, const QTimeZone &timeZone);
+    static CalendarCutoffs at(Instant now, const UtcOffset &utcOffset);
 
     bool isToday(Instant time) const { return time >= startOfToday && time < startOfTomorrow; }
 };

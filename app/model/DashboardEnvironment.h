@@ -1,10 +1,11 @@
 #pragma once
 
+#include "app/model/ThreadFormatting.h"
 #include "app/platform/Pasteboard.h"
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
 #include <QLocale>
-#include <QTimeZone>
 
 #include <chrono>
 #include <functional>
@@ -17,10 +18,6 @@ class UserDefaults;
 /// The current time of the system's clock.
 Instant systemNow();
 
-/// The zone in which the user's clock runs; one of the present offset where `TZ` has a form that
-/// only the C library knows.
-QTimeZone userTimeZone();
-
 /// How the user's language orders text; as Chinese does where no language is set.
 QLocale userCollation();
 
@@ -31,7 +28,8 @@ struct DashboardEnvironment {
     UrlOpener &urlOpener;
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
-    std::function<QTimeZone()> timeZone = userTimeZone;
+    std::function<UtcOffset()> utcOffset = userUtcOffset; ///< called for each evaluation
+    ThreadFormatting::Number number = ThreadFormatting::numberIn(userNumberLocale());
     QLocale collationLocale = userCollation(); ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };

@@ -108,7 +108,7 @@ std::string needle(const std::string &query) { return canonicalForm(lowercased(t
 } // namespace
 
 CalendarCutoffs DashboardModel::currentCutoffs() const {
-    return CalendarCutoffs::at(m_environment.now(), m_environment.timeZone());
+    return CalendarCutoffs::at(m_environment.now(), m_environment.utcOffset());
 }
 
 ThreadList DashboardModel::rootThreads() const {

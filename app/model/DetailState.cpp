@@ -30,8 +30,9 @@ void DetailState::update() {
     m_thread = model()->selectedThread();
     ThreadDetail detail;
     if (m_thread) {
+        const DashboardEnvironment &environment = model()->environment();
         detail = threadDetail(*m_thread, model()->pinnedIDs().contains(m_thread->id()),
-                              model()->environment().timeZone());
+                              environment.utcOffset(), environment.number);
     }
     const bool differs = std::exchange(m_detail, detail) != detail;
     const QString identity =

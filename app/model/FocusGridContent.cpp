@@ -28,9 +28,9 @@ void FocusGridContent::follow() {
     m_message = failure ? QString::fromStdString(*failure)
                         : QStringLiteral("Orvik 产生任务后，项目会自动出现在这里。");
     std::vector<ProjectCard> cards;
-    const QTimeZone timeZone = model->environment().timeZone();
+    const UtcOffset utcOffset = model->environment().utcOffset();
     for (const ProjectSummary &project : m_grid->projects()) {
-        cards.push_back(projectCard(project, m_grid->evaluatedAt(), timeZone));
+        cards.push_back(projectCard(project, m_grid->evaluatedAt(), utcOffset));
     }
     m_cards.show(std::move(cards));
     emit changed();

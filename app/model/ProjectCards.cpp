@@ -6,13 +6,13 @@
 
 namespace tallyview {
 
-ProjectCard projectCard(const ProjectSummary &project, Instant now, const QTimeZone &timeZone) {
+ProjectCard projectCard(const ProjectSummary &project, Instant now, const UtcOffset &utcOffset) {
     ProjectCard card;
     card.key = QString::fromStdString(project.name);
     card.name = DisplayText::oneLine(project.name);
     card.code = QString::fromStdString(TextSanitizer::projectCode(project.name));
     card.updated = QStringLiteral("最近更新 ") +
-                   ThreadFormatting::relative(project.lastUpdated, now, timeZone);
+                   ThreadFormatting::relative(project.lastUpdated, now, utcOffset);
     const QString running = QString::number(project.runningCount);
     card.running = running + QStringLiteral(" 进行中");
     card.completed = QString::number(project.completedCount) + QStringLiteral(" 已完成");

@@ -2,9 +2,9 @@
 
 #include "app/model/ListAdapter.h"
 #include "app/model/ProjectSummary.h"
+#include "app/platform/UserRegion.h"
 
 #include <QObject>
-#include <QTimeZone>
 #include <QtQmlIntegration>
 
 namespace tallyview {
@@ -39,6 +39,6 @@ public:
 
 using ProjectCardList = ListAdapter<ProjectCard>;
 
-ProjectCard projectCard(const ProjectSummary &project, Instant now, const QTimeZone &timeZone);
+ProjectCard projectCard(const ProjectSummary &project, Instant now, const UtcOffset &utcOffset);
 
 } // namespace tallyview

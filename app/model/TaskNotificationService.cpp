@@ -28,7 +28,7 @@ QString freshUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces).
 QDateTime dateTime(Instant instant) {
     const auto sinceEpoch =
         std::chrono::duration_cast<std::chrono::milliseconds>(instant.time_since_epoch());
-    return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count(), Qt::UTC);
+    return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count()).toUTC();
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "app/model/ThreadDetail.h"
 
 #include "app/model/DisplayText.h"
-#include "app/model/ThreadFormatting.h"
 #include "app/model/ThreadRows.h"
 #include "core/TextSanitizer.h"
 #include "core/UnicodeText.h"
@@ -27,7 +26,8 @@ QString valueOrUnknown(const std::string &text) {
 
 } // namespace
 
-ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZone &timeZone) {
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset,
+                          const ThreadFormatting::Number &number) {
     ThreadDetail detail;
     detail.exists = true;
     detail.active = isActive(thread);
@@ -38,11 +38,11 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZo
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
     detail.project = value(thread->project);
-    detail.updated = ThreadFormatting::full(thread->updatedAt, timeZone);
+    detail.updated = ThreadFormatting::full(thread->updatedAt, utcOffset);
     detail.source = value(thread->source);
     detail.model = valueOrUnknown(thread->model);
     detail.effort = valueOrUnknown(thread->reasoningEffort);
-    detail.tokens = ThreadFormatting::number(thread->tokensUsed);
+    detail.tokens = number(thread->tokensUsed);
     detail.branch = valueOrUnknown(thread->branch);
     detail.directory = valueOrUnknown(thread->projectPath);
     detail.threadID = value(thread.id());

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "app/model/ThreadFormatting.h"
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
 #include <QObject>
-#include <QTimeZone>
 #include <QtQmlIntegration>
 
 namespace tallyview {
@@ -53,6 +54,7 @@ public:
     friend bool operator==(const ThreadDetail &, const ThreadDetail &) = default;
 };
 
-ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const QTimeZone &timeZone);
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset,
+                          const ThreadFormatting::Number &number);
 
 } // namespace tallyview

@@ -1,7 +1,10 @@
 #include "app/model/ThreadFormatting.h"
 
-#include <QDateTime>
 #include <QLocale>
+#include <QTimeZone>
+
+#include <unicode/locid.h>
+#include <unicode/numberformatter.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,14 +13,9 @@ namespace tallyview::ThreadFormatting {
 
 namespace {
 
-QString formatted(Instant date, const QTimeZone &timeZone, const QString &pattern) {
+QString formatted(Instant date, const UtcOffset &utcOffset, const QString &pattern) {
     static const QLocale chinese(QLocale::Chinese, QLocale::China);
-    // A damaged row may hold any number; the calendar ends somewhere.
-    constexpr double latest = 8.64e15;
-    const double milliseconds =
-        std::clamp(std::floor(date.time_since_epoch().count() * 1000.0), -latest, latest);
-    return chinese.toString(
-        QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), timeZone), pattern);
+    return chinese.toString(clockTime(date, utcOffset), pattern);
 }
 
 QString wholeUnits(double age, double unit, const QString &suffix) {
@@ -26,14 +24,22 @@ QString wholeUnits(double age, double unit, const QString &suffix) {
 
 } // namespace
 
-QString full(std::optional<Instant> date, const QTimeZone &timeZone) {
+QDateTime clockTime(Instant time, const UtcOffset &utcOffset) {
+    // A damaged row may hold any number; the calendar ends somewhere.
+    constexpr double latest = 8.64e12;
+    const auto seconds = static_cast<qint64>(
+        std::clamp(std::floor(time.time_since_epoch().count()), -latest, latest));
+    return QDateTime::fromSecsSinceEpoch(seconds + utcOffset(seconds), QTimeZone::utc());
+}
+
+QString full(std::optional<Instant> date, const UtcOffset &utcOffset) {
     if (!date) {
         return QStringLiteral("未知");
     }
-    return formatted(*date, timeZone, QStringLiteral("yyyy/MM/dd HH:mm"));
+    return formatted(*date, utcOffset, QStringLiteral("yyyy/MM/dd HH:mm"));
 }
 
-QString relative(std::optional<Instant> date, Instant now, const QTimeZone &timeZone) {
+QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcOffset) {
     if (!date) {
         return QStringLiteral("时间未知");
     }
@@ -50,9 +56,17 @@ QString relative(std::optional<Instant> date, Instant now, const QTimeZone &time
     if (age < 604800) {
         return wholeUnits(age, 86400, QStringLiteral(" 天前"));
     }
-    return formatted(*date, timeZone, QStringLiteral("MM/dd"));
+    return formatted(*date, utcOffset, QStringLiteral("MM/dd"));
 }
 
-QString number(std::int64_t value) { return QLocale().toString(static_cast<qlonglong>(value)); }
+Number numberIn(const QByteArray &locale) {
+    return [formatter = icu::number::NumberFormatter::withLocale(
+                icu::Locale::createCanonical(locale.constData()))](std::int64_t value) {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::UnicodeString text = formatter.formatInt(value, status).toString(status);
+        return U_SUCCESS(status) ? QStringView(text.getBuffer(), text.length()).toString()
+                                 : QString::number(value);
+    };
+}
 
 } // namespace tallyview::ThreadFormatting

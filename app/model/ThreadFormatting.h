@@ -1,9 +1,10 @@
 #pragma once
 
+#include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
+#include <QDateTime>
 #include <QString>
-#include <QTimeZone>
 
 #include <cstdint>
 #include <optional>
@@ -11,14 +12,21 @@
 /// How the views write times and counts.
 namespace tallyview::ThreadFormatting {
 
-/// "2024/03/07 09:05" in `timeZone`; "未知" for an absent instant.
-QString full(std::optional<Instant> date, const QTimeZone &timeZone);
+/// What a clock shows at `time`, which is taken for UTC in the result.
+QDateTime clockTime(Instant time, const UtcOffset &utcOffset);
+
+/// "2024/03/07 09:05" as the clock shows it; "未知" for an absent instant.
+QString full(std::optional<Instant> date, const UtcOffset &utcOffset);
 
 /// How long ago `date` was, seen from `now`: "5 分钟前"; month and day after a week;
 /// "时间未知" for an absent instant.
-QString relative(std::optional<Instant> date, Instant now, const QTimeZone &timeZone);
+QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcOffset);
 
-/// Decimal digits, grouped as in the user's current locale.
-QString number(std::int64_t value);
+/// Writes a number in decimal digits.
+using Number = std::function<QString(std::int64_t)>;
+
+/// In the digits and groups of the language and region of `locale` ("de_CH.UTF-8"); in plain digits
+/// where these give no result. To be made once and kept.
+Number numberIn(const QByteArray &locale);
 
 } // namespace tallyview::ThreadFormatting

@@ -162,14 +162,14 @@ void ThreadIndexContent::rebuildRows() {
     std::vector<TimeGroupRow> headers;
     std::vector<TaskRow> rows;
     m_rowThreads.clear();
-    const QTimeZone timeZone = m_index->model()->environment().timeZone();
+    const UtcOffset utcOffset = m_index->model()->environment().utcOffset();
     for (const auto &range : m_ranges) {
         const ThreadTimeGroup &group = (*m_groups)[range.group];
         headers.push_back(timeGroupRow(group));
         headers.back().top = m_layout.headerTop(range.group);
         for (std::size_t i = range.first; i < range.end; ++i) {
             const ThreadRecord &thread = group.threads[i];
-            rows.push_back(taskRow(thread, group, m_index->evaluatedAt(), timeZone));
+            rows.push_back(taskRow(thread, group, m_index->evaluatedAt(), utcOffset));
             rows.back().selected = m_selectedID && canonicallyEqual(thread.id(), *m_selectedID);
             rows.back().top = m_layout.rowTop(range.group, i);
             m_rowThreads.push_back(thread);

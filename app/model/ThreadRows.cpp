@@ -21,12 +21,12 @@ bool isActive(const ThreadRecord &thread) {
 }
 
 TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instant now,
-                const QTimeZone &timeZone) {
+                const UtcOffset &utcOffset) {
     TaskRow row;
     row.key = QString::fromStdString(group.id + "/" + thread.id());
     row.title = DisplayText::oneLine(thread->title);
     row.meta = metaLine(thread);
-    row.age = ThreadFormatting::relative(thread->updatedAt, now, timeZone);
+    row.age = ThreadFormatting::relative(thread->updatedAt, now, utcOffset);
     row.active = isActive(thread);
     row.stateLabel = row.active ? QStringLiteral("进行中") : QStringLiteral("已完成");
     row.openLabel = QStringLiteral("在 Orvik 中打开 ") + row.title;

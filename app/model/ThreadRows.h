@@ -61,7 +61,7 @@ using TimeGroupRowList = ListAdapter<TimeGroupRow>;
 bool isActive(const ThreadRecord &thread);
 
 TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instant now,
-                const QTimeZone &timeZone);
+                const UtcOffset &utcOffset);
 TimeGroupRow timeGroupRow(const ThreadTimeGroup &group);
 
 } // namespace tallyview

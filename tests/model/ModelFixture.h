@@ -80,7 +80,8 @@ public:
                                                    .urlOpener = opener,
                                                    .pasteboard = pasteboard,
                                                    .now = [this] { return now; },
-                                                   .timeZone = [this] { return timeZone; },
+                                                   .utcOffset = [this] { return utcOffset; },
+                                                   .number = ThreadFormatting::numberIn("en"),
                                                    .collationLocale = QLocale(QLocale::English)}) {}
 
     std::filesystem::path databasePath() const {
@@ -137,7 +138,7 @@ public:
     RecordingOpener opener;
     MemoryPasteboard pasteboard;
     Instant now{std::chrono::seconds(noon)};
-    QTimeZone timeZone = QTimeZone::utc();
+    UtcOffset utcOffset = [](qint64) { return 0; };
     DashboardModel model;
 
 private:

@@ -3,8 +3,11 @@
 #include "app/model/DashboardEnvironment.h"
 #include "app/model/ThreadDetail.h"
 
-#include <QScopeGuard>
 #include <QTest>
+
+#include <limits>
+#include <utility>
+#include <vector>
 
 using namespace tallyview;
 
@@ -14,8 +17,11 @@ constexpr double now = 1'709'812'800; // 2024-03-07 12:00:00 UTC
 
 Instant at(double seconds) { return Instant(std::chrono::duration<double>(seconds)); }
 
+constexpr auto utc = [](qint64) { return 0; };
+constexpr auto shanghai = [](qint64) { return 8 * 3600; };
+
 ThreadDetail detail(const ThreadRecord::Fields &fields) {
-    return threadDetail(ThreadRecord(fields), false, QTimeZone::utc());
+    return threadDetail(ThreadRecord(fields), false, utc, ThreadFormatting::numberIn("en"));
 }
 
 QString properties(const ThreadRecord::Fields &fields) {
@@ -31,8 +37,9 @@ class ThreadFormattingTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void cleanup() { qunsetenv("TZ"); }
+
     void detailsWriteOutWhatIsKnown() {
-        QLocale::setDefault(QLocale(QLocale::English));
         QCOMPARE(properties({.id = "", .project = "Atlas"}),
                  "ATL-|Atlas|未知||未记录|未记录|0|未记录|未记录|");
         QCOMPARE(properties({.id = "019a3f20-1",
@@ -63,7 +70,6 @@ private slots:
     }
 
     void relativeAges() {
-        const QTimeZone zone("Asia/Shanghai");
         const std::pair<double, const char *> ages[] = {
             {-1e9, "刚刚"},     {59.9, "刚刚"},
             {60, "1 分钟前"},   {3599.9, "59 分钟前"},
@@ -72,24 +78,58 @@ private slots:
             {604800, "02/29"},  {604800 + 21 * 3600, "02/28"},
         };
         for (const auto &[age, text] : ages) {
-            QCOMPARE(ThreadFormatting::relative(at(now - age), at(now), zone), text);
+            QCOMPARE(ThreadFormatting::relative(at(now - age), at(now), shanghai), text);
         }
-        QCOMPARE(ThreadFormatting::relative({}, at(now), zone), "时间未知");
+        QCOMPARE(ThreadFormatting::relative({}, at(now), shanghai), "时间未知");
     }
 
     void fullDates() {
-        QCOMPARE(ThreadFormatting::full(at(now + 0.999), QTimeZone("Asia/Shanghai")),
-                 "2024/03/07 20:00");
-        QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), QTimeZone::utc()),
-                 "2024/03/07 09:05");
+        QCOMPARE(ThreadFormatting::full(at(now + 0.999), shanghai), "2024/03/07 20:00");
+        QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), utc), "2024/03/07 09:05");
     }
 
     void datesAreThoseOfTheUsersClock() {
-        const auto unset = qScopeGuard([] { qunsetenv("TZ"); });
-        for (const char *zone : {"Asia/Shanghai", ":Asia/Shanghai", "CST-8", "UTC-8", "GMT-8",
-                                 "/usr/share/zoneinfo/Asia/Shanghai"}) {
+        for (const char *zone :
+             {"Europe/Berlin", ":Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3",
+              "/usr/share/zoneinfo/Europe/Berlin", "UTC-1UTC,M3.5.0,M10.5.0/3"}) {
             qputenv("TZ", zone);
-            QCOMPARE(ThreadFormatting::full(at(now), userTimeZone()), "2024/03/07 20:00");
+            QCOMPARE(ThreadFormatting::full(at(now), userUtcOffset()), "2024/03/07 13:00");
+            QCOMPARE(ThreadFormatting::full(at(now + 180 * 86400), userUtcOffset()),
+                     "2024/09/03 14:00");
+        }
+    }
+
+    void numbersAreThoseOfTheUsersRegion() {
+        struct Case {
+            std::vector<std::pair<const char *, const char *>> variables;
+            std::int64_t value;
+            const char *text;
+        };
+        constexpr std::int64_t million = 1'234'567;
+        const Case cases[] = {
+            {{}, million, "1,234,567"},
+            {{}, 1234, "1,234"},
+            {{}, std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
+            {{{"LC_ALL", "C"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "de_DE.UTF-8@euro"}, {"LC_NUMERIC", "en_US"}}, million, "1.234.567"},
+            {{{"LC_NUMERIC", "fr_FR.UTF-8"}, {"LANG", "de_DE"}}, million, "1 234 567"},
+            {{{"LC_ALL", ""}, {"LC_NUMERIC", ""}, {"LANG", "es_ES.UTF-8"}}, million, "1.234.567"},
+            {{{"LANG", "es_ES.UTF-8"}}, 1234, "1234"},
+            {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, 1234, "1,234"},
+            {{{"LANG", "hi_IN"}}, million, "12,34,567"},
+            {{{"LANG", "ar_EG.UTF-8"}}, million, "١٬٢٣٤٬٥٦٧"},
+            {{{"LANG", "zh_Hans"}}, 1234, "1,234"},
+            {{{"LANG", "en@numbers=none"}}, million, "1234567"},
+        };
+        for (const auto &[variables, value, text] : cases) {
+            for (const char *variable : {"LC_ALL", "LC_NUMERIC", "LC_MESSAGES", "LANG"}) {
+                qunsetenv(variable);
+            }
+            for (const auto &[variable, locale] : variables) {
+                qputenv(variable, locale);
+            }
+            QCOMPARE(ThreadFormatting::numberIn(userNumberLocale())(value), text);
         }
     }
 };

@@ -86,7 +86,7 @@ private slots:
             {true, "true"},
             same("007"),
             same("@Invalid()"),
-            same(QDateTime::fromMSecsSinceEpoch(1'700'000'000'123, Qt::UTC)),
+            same(QDateTime::fromMSecsSinceEpoch(1'700'000'000'123).toUTC()),
         };
         // A folder that cannot be made: the values last as long as the process.
         writeInPlace(path("file"), "");
