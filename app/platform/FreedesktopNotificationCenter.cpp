@@ -251,7 +251,7 @@ void FreedesktopNotificationCenter::notify(const QString &daemon,
                                  applicationId,
                                  printable(request.title),
                                  noticeBody(request, capabilities),
-                                 QStringList{defaultAction, QString()},
+                                 QStringList{defaultAction, request.actionLabel},
                                  hints(request),
                                  expiryOfTheDaemon};
     call(methodCall(daemon, QStringLiteral("Notify"), arguments), withoutEnd,

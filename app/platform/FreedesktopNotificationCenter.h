@@ -30,7 +30,8 @@ public:
 
     void requestAuthorization(AuthorizationAnswer answer) override;
     void readAuthorization(StatusAnswer answer) override;
-    /// The subtitle and the body become two lines of the notice's body.
+    /// The subtitle and the body become two lines of the notice's body, the click its default
+    /// action.
     void add(const NotificationRequest &request, DeliveryOutcome outcome) override;
     /// Closes the notice.
     void acknowledge(const QString &identifier) override;

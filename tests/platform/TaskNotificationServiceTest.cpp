@@ -193,12 +193,13 @@ private slots:
         QTRY_COMPARE(session.permission(), "2 true");
         QCOMPARE(session.delivery(record("t1", "Build it", "tallyview")), "");
         QCOMPARE(session.delivery([&] { session.service.sendTestNotification(); }), "");
-        const QString rest =
-            "|default,|desktop-entry=org.orvik.Tallyview|sound-name=message-new-instant|-1";
+        const QString rest = "|desktop-entry=org.orvik.Tallyview|sound-name=message-new-instant|-1";
         QCOMPARE(daemon.notices.join(u'\n'),
-                 u"Orvik Tallyview|Orvik 任务已完成|tallyview\nBuild it"_qs + rest +
+                 u"Orvik Tallyview|Orvik 任务已完成|tallyview\nBuild it|"
+                 "default,在 Orvik 中打开"_qs +
+                     rest +
                      u"\nOrvik Tallyview|Orvik Tallyview 通知已开启|"
-                     "任务运行结束后，会在这里提醒你。"_qs +
+                     "任务运行结束后，会在这里提醒你。|default,"_qs +
                      rest);
         daemon.click(2);
         QTRY_COMPARE(daemon.closed, QList<uint>{2});
