@@ -63,6 +63,7 @@ void TaskNotificationService::notifyCompletion(const ThreadRecord &thread) {
          .title = QStringLiteral("Orvik 任务已完成"),
          .subtitle = QString::fromStdString(thread->project),
          .body = QString::fromStdString(thread->title),
+         .actionLabel = QStringLiteral("在 Orvik 中打开"),
          .defaultSound = true,
          .groupingKey = id,
          .userData = {{threadIDKey, id}}});
@@ -73,6 +74,7 @@ void TaskNotificationService::sendTestNotification() {
          .title = QStringLiteral("Orvik Tallyview 通知已开启"),
          .subtitle = {},
          .body = QStringLiteral("任务运行结束后，会在这里提醒你。"),
+         .actionLabel = {},
          .defaultSound = true,
          .groupingKey = {},
          .userData = {}});

@@ -1,5 +1,7 @@
 #include "app/platform/FreedesktopInstance.h"
 
+#include "app/platform/BusCall.h"
+
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
@@ -46,14 +48,6 @@ bool isGone(const QDBusMessage &reply) {
     const QDBusError::ErrorType type = QDBusError(reply).type();
     return type == QDBusError::ServiceUnknown || type == QDBusError::NoReply ||
            type == QDBusError::UnknownObject;
-}
-
-QDBusMessage busCall(const QString &method, const QVariantList &arguments) {
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
-    call.setArguments(arguments);
-    return call;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "app/platform/FreedesktopNotificationCenter.h"
 
+#include "app/platform/BusCall.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QTimer>
@@ -39,6 +41,15 @@ QString errorText(const QDBusMessage &reply) {
         return {};
     }
     return reply.errorMessage().isEmpty() ? reply.errorName() : reply.errorMessage();
+}
+
+/// From the bus's answers to starting a daemon, which fails for some that run, and to where it is.
+std::expected<QString, QString> daemonOf(const QDBusMessage &start, const QDBusMessage &owner) {
+    if (owner.type() == QDBusMessage::ReplyMessage) {
+        return owner.arguments().value(0).toString();
+    }
+    const QString whyNotStarted = errorText(start);
+    return std::unexpected(whyNotStarted.isEmpty() ? errorText(owner) : whyNotStarted);
 }
 
 /// `text` without the control characters that neither the bus nor markup can carry.
@@ -110,12 +121,18 @@ void FreedesktopNotificationCenter::readAuthorization(StatusAnswer answer) {
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request,
                                         DeliveryOutcome outcome) {
-    askDaemon([this, request, outcome = std::move(outcome)](const QDBusMessage &reply) {
-        if (const QString error = errorText(reply); !error.isEmpty()) {
-            outcome(error);
-        } else {
-            notify(request, reply.arguments().value(0).toStringList(), outcome);
+    findDaemon([this, request, outcome = std::move(outcome)](const Daemon &daemon) {
+        if (!daemon) {
+            outcome(daemon.error());
+            return;
         }
+        show(*daemon, request, [this, daemon, request, outcome](const QString &error) {
+            if (error.isEmpty()) {
+                outcome(error);
+            } else {
+                showOnSuccessor(*daemon, request, error, outcome);
+            }
+        });
     });
 }
 
@@ -183,8 +200,45 @@ void FreedesktopNotificationCenter::askDaemon(Reply reply) {
          std::move(reply));
 }
 
+/// Finds the daemon that is there now; where none runs the bus is to start one. The notice then
+/// goes to just that one, as Qt does not tell who sent a reply.
+void FreedesktopNotificationCenter::findDaemon(Found found) {
+    call(busCall(QStringLiteral("StartServiceByName"), {daemonService, 0U}), m_patience,
+         [this, found = std::move(found)](const QDBusMessage &start) {
+             call(busCall(QStringLiteral("GetNameOwner"), {daemonService}), m_patience,
+                  [found, start](const QDBusMessage &owner) { found(daemonOf(start, owner)); });
+         });
+}
+
+void FreedesktopNotificationCenter::show(const QString &daemon, const NotificationRequest &request,
+                                         const DeliveryOutcome &outcome) {
+    call(methodCall(daemon, QStringLiteral("GetCapabilities"), {}), m_patience,
+         [this, daemon, request, outcome](const QDBusMessage &reply) {
+             if (const QString error = errorText(reply); !error.isEmpty()) {
+                 outcome(error);
+             } else {
+                 notify(daemon, request, reply.arguments().value(0).toStringList(), outcome);
+             }
+         });
+}
+
+/// The notice that `daemon` failed to show is its successor's, where there is one by now.
+void FreedesktopNotificationCenter::showOnSuccessor(const QString &daemon,
+                                                    const NotificationRequest &request,
+                                                    const QString &error,
+                                                    const DeliveryOutcome &outcome) {
+    findDaemon([this, daemon, request, error, outcome](const Daemon &successor) {
+        if (successor && *successor != daemon) {
+            show(*successor, request, outcome);
+        } else {
+            outcome(error);
+        }
+    });
+}
+
 /// A daemon that shows the notice after the caller has given up still has its click heard.
-void FreedesktopNotificationCenter::notify(const NotificationRequest &request,
+void FreedesktopNotificationCenter::notify(const QString &daemon,
+                                           const NotificationRequest &request,
                                            const QStringList &capabilities,
                                            const DeliveryOutcome &outcome) {
     constexpr std::chrono::milliseconds withoutEnd{std::numeric_limits<int>::max()};
@@ -197,13 +251,13 @@ void FreedesktopNotificationCenter::notify(const NotificationRequest &request,
                                  applicationId,
                                  printable(request.title),
                                  noticeBody(request, capabilities),
-                                 QStringList{defaultAction, QString()},
+                                 QStringList{defaultAction, request.actionLabel},
                                  hints(request),
                                  expiryOfTheDaemon};
-    call(methodCall(daemonService, QStringLiteral("Notify"), arguments), withoutEnd,
-         [this, request, report](const QDBusMessage &reply) {
+    call(methodCall(daemon, QStringLiteral("Notify"), arguments), withoutEnd,
+         [this, daemon, request, report](const QDBusMessage &reply) {
              if (reply.type() == QDBusMessage::ReplyMessage) {
-                 remember(request, reply.service(), reply.arguments().value(0).toUInt());
+                 remember(request, daemon, reply.arguments().value(0).toUInt());
              }
              report(errorText(reply));
          });

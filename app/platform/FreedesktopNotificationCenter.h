@@ -6,6 +6,7 @@
 #include <QList>
 
 #include <chrono>
+#include <expected>
 #include <functional>
 
 class QDBusMessage;
@@ -17,7 +18,8 @@ namespace tallyview {
 /// The daemon sends clicks only to the connection that posted the notice, so the centre keeps one
 /// of its own open; when the bus was missing or broke, the next call connects anew. A daemon that
 /// answers counts as permission. A daemon that is missing, fails or is slower than `patience` is
-/// answered with its error text; each call asks afresh, so one that starts later is used.
+/// answered with its error text; each call asks afresh, so one that starts later is used, and one
+/// that is replaced before it has shown a notice leaves that to its successor.
 class FreedesktopNotificationCenter : public NotificationCenter {
     Q_OBJECT
 
@@ -28,7 +30,8 @@ public:
 
     void requestAuthorization(AuthorizationAnswer answer) override;
     void readAuthorization(StatusAnswer answer) override;
-    /// The subtitle and the body become two lines of the notice's body.
+    /// The subtitle and the body become two lines of the notice's body, the click its default
+    /// action.
     void add(const NotificationRequest &request, DeliveryOutcome outcome) override;
     /// Closes the notice.
     void acknowledge(const QString &identifier) override;
@@ -41,6 +44,8 @@ private:
         NotificationActivation activation;
     };
     using Reply = std::function<void(const QDBusMessage &reply)>;
+    using Daemon = std::expected<QString, QString>; ///< unique bus name, or why there is none
+    using Found = std::function<void(const Daemon &daemon)>;
 
     Q_SLOT void activationTokenReceived(uint id, const QString &token, const QDBusMessage &signal);
     Q_SLOT void actionInvoked(uint id, const QString &action, const QDBusMessage &signal);
@@ -48,8 +53,13 @@ private:
     QDBusConnection bus();
     void call(const QDBusMessage &message, std::chrono::milliseconds patience, Reply reply);
     void askDaemon(Reply reply);
-    void notify(const NotificationRequest &request, const QStringList &capabilities,
-                const DeliveryOutcome &outcome);
+    void findDaemon(Found found);
+    void show(const QString &daemon, const NotificationRequest &request,
+              const DeliveryOutcome &outcome);
+    void showOnSuccessor(const QString &daemon, const NotificationRequest &request,
+                         const QString &error, const DeliveryOutcome &outcome);
+    void notify(const QString &daemon, const NotificationRequest &request,
+                const QStringList &capabilities, const DeliveryOutcome &outcome);
     void remember(const NotificationRequest &request, const QString &daemon, uint id);
     QList<Notice>::iterator find(const QString &daemon, uint id);
 

@@ -14,6 +14,7 @@ struct NotificationRequest {
     QString title;
     QString subtitle; ///< may be empty
     QString body;
+    QString actionLabel;       ///< what a click does, for desktops that show it; may be empty
     bool defaultSound = false; ///< play the desktop's sound for notices
     QString groupingKey;       ///< notices of one key belong together; may be empty
     QVariantMap userData;      ///< comes back with the user's click

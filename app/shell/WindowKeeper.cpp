@@ -46,6 +46,11 @@ WindowKeeper::WindowKeeper(QWindow &window, UserDefaults &defaults)
 }
 
 void WindowKeeper::present(const QString &activationToken) {
+    if (!activationToken.isEmpty()) {
+        // Qt's Wayland windows look for it there when they are activated, which later releases do
+        // as soon as a window is shown.
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    }
     if (!m_window.isVisible()) {
         restoreFrame();
         show();
@@ -53,10 +58,6 @@ void WindowKeeper::present(const QString &activationToken) {
     m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         m_window.raise(); // elsewhere windows may not raise themselves, and Qt complains
-    }
-    if (!activationToken.isEmpty()) {
-        // Qt's Wayland windows look for it there when they are activated.
-        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     }
     m_window.requestActivate();
 }

@@ -124,6 +124,17 @@ private slots:
         QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), "leave");
     }
 
+    void hasLeaveWhenItIsShown() {
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        QByteArray leave;
+        Kept kept(defaults);
+        QVERIFY(kept.window.close());
+        connect(&kept.window, &QWindow::visibleChanged, &kept.window,
+                [&] { leave = qgetenv("XDG_ACTIVATION_TOKEN"); });
+        kept.keeper.present("of the click");
+        QCOMPARE(leave, "of the click");
+    }
+
     // The menu's keys, the model and the list go on where they were.
     void comesBackAfterItWasClosed() {
         ShellFixture f({{.id = "a", .age = 0}, {.id = "b", .age = 1}, {.id = "c", .age = 2}}, {},
