@@ -2,6 +2,7 @@
 of it assistive technology sees. Everything lives in one temporary folder."""
 
 import ctypes
+import glob
 import json
 import os
 import re
@@ -11,6 +12,7 @@ import sqlite3
 import subprocess
 import tempfile
 import time
+from typing import NamedTuple
 
 import gi
 
@@ -27,6 +29,22 @@ def until(condition, what, seconds=20):
             return result
         time.sleep(0.1)
     raise AssertionError(f"{what}: not within {seconds} s")
+
+
+class Daemon(NamedTuple):
+    """A notification daemon, and which click on a notice is the one that follows it."""
+    command: list  # in the desktop's home
+    window_class: str
+    button: int
+    from_corner: tuple  # to the left of the lower right corner of the notice, and above it
+
+
+DAEMONS = {
+    "dunst": Daemon(["dunst", "-conf", "dunstrc"], "Dunst", 2, (20, 20)),
+    # On the button with the action's name; the rest of the notice closes it.
+    "xfce4-notifyd": Daemon(glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"), "Xfce4-notifyd",
+                            1, (45, 30)),
+}
 
 
 class Desktop:
@@ -63,7 +81,7 @@ class Desktop:
         environment = {**self.environment, **more}
         with open(os.path.join(self.home, name + ".errors"), "wb") as errors:
             self.processes[name] = subprocess.Popen(
-                command, env=environment, stdout=errors, stderr=errors)
+                command, cwd=self.home, env=environment, stdout=errors, stderr=errors)
 
     def stop(self, name):
         process = self.processes.pop(name, None)
@@ -123,22 +141,34 @@ class Desktop:
 
     # The notification daemon and the application that links lead to.
 
-    def start_daemon(self):
-        configuration = self.home + "/dunstrc"
+    def start_daemon(self, name="dunst"):
+        self.daemon = DAEMONS[name]
         script = self._script("notice", f"""json.dump([os.environ["DUNST_SUMMARY"],
             os.environ["DUNST_BODY"]], open({self.home + "/notices"!r}, "a")); print(file=
             open({self.home + "/notices"!r}, "a"))""")
-        with open(configuration, "w", encoding="utf-8") as file:
+        with open(self.home + "/dunstrc", "w", encoding="utf-8") as file:
             file.write(f"[global]\nmarkup = full\n[every]\nscript = {script}\n")
-        self.start("daemon", "dunst", "-conf", configuration)
+        self.start("daemon", *self.daemon.command)
         bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         until(lambda: bus.call_sync(
             "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner",
             GLib.Variant("(s)", ("org.freedesktop.Notifications",)), None, 0, -1, None).unpack()[0],
             "the notification daemon")
 
+    def notice_window(self):
+        """The window of a notice on the screen, or None."""
+        found = xdotool("search", "--onlyvisible", "--class", f"^{self.daemon.window_class}$")
+        return found[0] if found else None
+
+    def click_notice(self):
+        window = until(self.notice_window, "the notice on the screen")
+        size = until(lambda: geometry_at_rest(window), "the notice in its place")
+        place = [str(int(size[side]) - distance) for side, distance
+                 in zip(("WIDTH", "HEIGHT"), self.daemon.from_corner)]
+        xdotool("mousemove", "--window", window, *place, "sleep", "0.3", "click", str(self.daemon.button))
+
     def notices(self):
-        """Summary and body of every notice so far, as the daemon got them."""
+        """Summary and body of every notice so far, as dunst got them."""
         return [json.loads(line) for line in self._lines("notices")]
 
     def handle_links(self):
@@ -244,10 +274,22 @@ class Desktop:
         return "#" + self.picture(x, y, 1, 1).hex()
 
 
+def xdotool(*arguments):
+    """The lines of its answer; none where nothing is found."""
+    return subprocess.run(["xdotool", *arguments], capture_output=True, text=True).stdout.split()
+
+
+def geometry_at_rest(window):
+    """Place and size of a window that has stopped moving and growing, or None."""
+    first = xdotool("getwindowgeometry", "--shell", window)
+    time.sleep(0.3)
+    return xdotool("getwindowgeometry", "--shell", window) == first and dict(
+        line.split("=") for line in first)
+
+
 def close_window(title):
     """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
-    window = int(subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
-                                check=True, capture_output=True, text=True).stdout.split()[0])
+    window = int(xdotool("search", "--onlyvisible", "--name", f"^{title}$")[0])
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
