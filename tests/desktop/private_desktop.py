@@ -170,7 +170,7 @@ class Desktop:
 
     def click_notice(self):
         window = until(self.notice_window, "the notice on the screen")
-        size = dict(line.split("=") for line in xdotool("getwindowgeometry", "--shell", window))
+        size = until(lambda: geometry_at_rest(window), "the notice in its place")
         place = [str(int(size[side]) - distance) for side, distance
                  in zip(("WIDTH", "HEIGHT"), self.daemon.from_corner)]
         xdotool("mousemove", "--window", window, *place, "sleep", "0.3", "click", str(self.daemon.button))
@@ -285,6 +285,14 @@ class Desktop:
 def xdotool(*arguments):
     """The lines of its answer; none where nothing is found."""
     return subprocess.run(["xdotool", *arguments], capture_output=True, text=True).stdout.split()
+
+
+def geometry_at_rest(window):
+    """Place and size of a window that has stopped moving and growing, or None."""
+    first = xdotool("getwindowgeometry", "--shell", window)
+    time.sleep(0.3)
+    return xdotool("getwindowgeometry", "--shell", window) == first and dict(
+        line.split("=") for line in first)
 
 
 def close_window(title):
