@@ -19,7 +19,7 @@ set(qml_modules qtqml qtqml-models qtqml-workerscript qtquick qtquick-templates 
 list(TRANSFORM qml_modules PREPEND qml6-module-)
 list(JOIN qml_modules ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "fonts-noto-cjk, fonts-inter, xdg-utils, xdg-desktop-portal, qt6-wayland, default-dbus-session-bus | dbus-session-bus, notification-daemon")
+    "fonts-noto-cjk, fonts-noto-color-emoji, fonts-inter, xdg-utils, xdg-desktop-portal, qt6-wayland, default-dbus-session-bus | dbus-session-bus, notification-daemon")
 
 set(CPACK_STRIP_FILES ON)
 # Installed as for the real place, so that what is written with the prefix in it is right.

@@ -1,6 +1,7 @@
 #include "app/platform/FreedesktopAppearance.h"
 
-#include <QDBusMessage>
+#include "app/platform/SettingsPortal.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
@@ -15,10 +16,6 @@ namespace tallyview {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
-
 using Setting = std::pair<QString, QString>;
 const Setting colorScheme{QStringLiteral("org.freedesktop.appearance"),
                           QStringLiteral("color-scheme")};
@@ -31,14 +28,6 @@ const Setting animationFactor{QStringLiteral("org.kde.kdeglobals.KDE"),
 const std::array settings{colorScheme, reducedMotionFlag, enableAnimations, animationFactor};
 
 enum ColorScheme : uint { noPreference = 0, preferDark = 1, preferLight = 2 };
-
-/// Version 1 of the portal wraps its answer in a second variant.
-QVariant unwrapped(QVariant value) {
-    while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
-        value = value.value<QDBusVariant>().variant();
-    }
-    return value;
-}
 
 bool isDark(const QPalette &palette) {
     return palette.color(QPalette::Window).lightness() <
@@ -55,12 +44,13 @@ bool isZero(const QVariant &value) {
 FreedesktopAppearance::FreedesktopAppearance(const QDBusConnection &bus, QObject *parent)
     : SystemAppearance(parent)
     , m_bus(bus)
-    , m_portalWatcher(portalService, bus, QDBusServiceWatcher::WatchForRegistration)
+    , m_portalWatcher(SettingsPortal::service, bus, QDBusServiceWatcher::WatchForRegistration)
     , m_dark(darkWanted()) {
     qGuiApp->installEventFilter(this);
     qRegisterMetaType<QDBusVariant>(); // connect() looks the slot's types up by name
-    m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"),
-                  this, SLOT(settingChanged(QString, QString, QDBusVariant)));
+    m_bus.connect(SettingsPortal::service, SettingsPortal::path, SettingsPortal::interfaceName,
+                  QStringLiteral("SettingChanged"), this,
+                  SLOT(settingChanged(QString, QString, QDBusVariant)));
     connect(&m_portalWatcher, &QDBusServiceWatcher::serviceRegistered, this,
             &FreedesktopAppearance::readSettings);
     readSettings();
@@ -85,10 +75,8 @@ void FreedesktopAppearance::readSettings() {
 }
 
 void FreedesktopAppearance::readSetting(const Setting &setting) {
-    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
-                                                       QStringLiteral("Read"));
-    call.setArguments({setting.first, setting.second});
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    const auto call = m_bus.asyncCall(SettingsPortal::readCall(setting.first, setting.second));
+    auto *watcher = new QDBusPendingCallWatcher(call, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, setting] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         watcher->deleteLater();
@@ -100,7 +88,7 @@ void FreedesktopAppearance::readSetting(const Setting &setting) {
 
 void FreedesktopAppearance::adopt(const Setting &setting, const QDBusVariant &value) {
     if (std::find(settings.begin(), settings.end(), setting) != settings.end()) {
-        m_settings.insert(setting, unwrapped(value.variant()));
+        m_settings.insert(setting, SettingsPortal::unwrapped(value.variant()));
         update();
     }
 }

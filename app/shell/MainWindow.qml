@@ -5,7 +5,8 @@ import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
 // The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar
-// comes on top.
+// comes on top. Where the screen has no room for the least of them, as it may with large text, the
+// window can be smaller and the content moves in it.
 T.ApplicationWindow {
     id: window
 
@@ -15,11 +16,16 @@ T.ApplicationWindow {
     required property LayoutSettings layout
     required property Workspace workspace
 
+    property int leastWidth: 1100
+    property int leastHeight: 700
+    /// What panels and the title bar may take of a screen.
+    readonly property int screenMargin: 64
+
     title: "Orvik Tallyview"
     width: 1440
     height: 900 + bar.implicitHeight
-    minimumWidth: 1100
-    minimumHeight: 700 + bar.implicitHeight
+    minimumWidth: Math.min(leastWidth, Screen.width - screenMargin)
+    minimumHeight: Math.min(leastHeight + bar.implicitHeight, Screen.height - screenMargin)
     color: SoftTheme.canvas
     menuBar: AppMenuBar {
         id: bar
@@ -43,12 +49,21 @@ T.ApplicationWindow {
         property: "unseen"
         value: !window.visible || window.visibility === Window.Minimized
     }
-    ContentView {
+    SoftScrollView {
         anchors.fill: parent
-        focus: true
-        model: window.model
-        commands: window.commands
-        layout: window.layout
-        workspace: window.workspace
+        clip: false
+        contentWidth: Math.max(width, window.leastWidth)
+        contentHeight: Math.max(height, window.leastHeight)
+        scrollersLast: true
+
+        ContentView {
+            width: parent.width
+            height: parent.height
+            focus: true
+            model: window.model
+            commands: window.commands
+            layout: window.layout
+            workspace: window.workspace
+        }
     }
 }

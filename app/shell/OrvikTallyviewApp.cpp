@@ -2,6 +2,7 @@
 
 #include "app/platform/FreedesktopInstance.h"
 #include "app/platform/TerminationSignals.h"
+#include "app/platform/TextScale.h"
 #include "app/shell/SceneRenderer.h"
 #include "core/HomeDirectory.h"
 
@@ -9,6 +10,16 @@
 #include <QQuickWindow>
 
 namespace tallyview {
+
+namespace {
+
+/// Qt's application, with windows as large as the desktop wants texts.
+QGuiApplication makeApplication(int &argc, char **argv) {
+    const TextScale scale;
+    return QGuiApplication(argc, argv);
+}
+
+} // namespace
 
 OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     : m_instance(instance)
@@ -60,7 +71,7 @@ int runTallyview(int argc, char **argv) {
     const QString activationToken = FreedesktopInstance::environmentToken();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     chooseSceneRenderer();
-    QGuiApplication application(argc, argv);
+    const QGuiApplication application = makeApplication(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvik Tallyview"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.orvik.Tallyview"));

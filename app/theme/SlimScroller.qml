@@ -2,13 +2,15 @@ import QtQuick
 import Orvik.Tallyview.Theme
 
 /// A slim knob over the edge of `flickable`, which becomes its parent. It shows
-/// while the content moves and while the pointer is near, and takes no room.
+/// while the content moves and while the pointer is near, or always where it is
+/// `lasting`, and takes no room.
 /// The knob can be dragged; a click beside it turns a page.
 Item {
     id: scroller
 
     required property Flickable flickable
     property int orientation: Qt.Vertical
+    property bool lasting: false
 
     readonly property bool vertical: orientation === Qt.Vertical
     /// Knob and pointer target, across the direction of scrolling.
@@ -27,7 +29,7 @@ Item {
     readonly property real knobLength: !needed ? 0 : Math.min(trackLength, Math.max(shortestKnob, trackLength * viewLength / contentLength))
     readonly property real travel: trackLength - knobLength
     readonly property real knobStart: needed ? travel * Math.max(0, Math.min(1, position / hiddenLength)) : 0
-    readonly property bool awake: pointer.containsMouse || pointer.pressed || linger.running
+    readonly property bool awake: lasting || pointer.containsMouse || pointer.pressed || linger.running
 
     function moveTo(target: real) {
         const place = origin + Math.round(Math.max(0, Math.min(hiddenLength, target)));

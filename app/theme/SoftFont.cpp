@@ -16,6 +16,7 @@ namespace {
 constexpr char32_t hanProbe = U'直';
 
 QString simplifiedChinese() { return QStringLiteral("Noto Sans CJK SC"); }
+QString colorEmoji() { return QStringLiteral("Noto Color Emoji"); }
 
 /// Names that stand for "whatever fontconfig likes" rather than for a face.
 bool isGenericAlias(const QString &family) {
@@ -106,7 +107,7 @@ void setSize(QFont &font, qreal size) {
 QStringList SoftFont::familiesFor(const QString &desktopFamily, Design design) {
     QStringList families = firstUsable(candidates(desktopFamily, design));
     families.removeAll(simplifiedChinese());
-    return families << simplifiedChinese();
+    return families << simplifiedChinese() << colorEmoji();
 }
 
 const QStringList &SoftFont::families(Design design) {

@@ -2,18 +2,21 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Theme
 
-/// A vertically scrolling view with the slim scroller: wheel, touchpad, touch, the page keys and
-/// dragging the knob. `contentHeight` is the content's to set. Dragging with the mouse is left to
-/// the content, for selecting text and pressing buttons. A control that the keyboard's focus reaches
-/// comes into view.
+/// A scrolling view with slim scrollers: wheel, touchpad, touch, the page keys and dragging a knob.
+/// `contentHeight` is the content's to set, and so is `contentWidth` where it is not the view's.
+/// Dragging with the mouse is left to the content, for selecting text and pressing buttons. A control
+/// that the keyboard's focus reaches comes into view.
 Flickable {
     id: view
 
     /// One notch of a wheel, in points.
     readonly property real wheelStep: 96
     readonly property real lowestTop: Math.max(0, contentHeight - height)
-    /// Kept free above and below a control that comes into view; its focus ring needs some.
+    readonly property real farthestLeft: Math.max(0, contentWidth - width)
+    /// Kept free around a control that comes into view; its focus ring needs some.
     property real revealMargin: 4
+    /// Whether the scrollers show all the time.
+    property bool scrollersLast: false
 
     readonly property Item focusedItem: Window.activeFocusItem
 
@@ -30,6 +33,10 @@ Flickable {
     }
     function scrollBy(distance: real, animated: bool) {
         scrollTo((glide.running ? glide.to : contentY) + distance, animated);
+    }
+    /// Shows the content from `left` on, at once.
+    function scrollAcrossTo(left: real) {
+        contentX = Math.round(Math.max(0, Math.min(left, farthestLeft)));
     }
     /// Scrolls for a key; false when the key is no scrolling key.
     function scrollForKey(key: int): bool {
@@ -52,7 +59,13 @@ Flickable {
     }
 
     function reveal(item: Item) {
-        const top = item.mapToItem(contentItem, 0, 0).y;
+        const place = item.mapToItem(contentItem, 0, 0);
+        const top = place.y;
+        const left = place.x;
+        if (left - revealMargin < contentX)
+            scrollAcrossTo(left - revealMargin);
+        else if (left + item.width + revealMargin > contentX + width)
+            scrollAcrossTo(left + item.width + revealMargin - width);
         if (top - revealMargin < contentY)
             scrollTo(top - revealMargin, true);
         else if (top + item.height + revealMargin > contentY + height)
@@ -77,6 +90,8 @@ Flickable {
             contentY = lowestTop;
     }
 
+    onFarthestLeftChanged: scrollAcrossTo(contentX)
+
     HoverAnimation {
         id: glide
 
@@ -84,6 +99,8 @@ Flickable {
         property: "contentY"
     }
     WheelHandler {
+        // What cannot scroll leaves the wheel to the view around it.
+        enabled: view.lowestTop > 0
         acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
         onWheel: event => {
             // A touchpad tells pixels, a wheel notches.
@@ -93,19 +110,36 @@ Flickable {
                 view.scrollBy(-event.angleDelta.y / 120 * view.wheelStep, event.angleDelta.y % 120 === 0);
         }
     }
+    WheelHandler {
+        enabled: view.farthestLeft > 0
+        orientation: Qt.Horizontal
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: event => {
+            const distance = event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 120 * view.wheelStep;
+            view.scrollAcrossTo(view.contentX - distance);
+        }
+    }
     DragHandler {
-        property real last: 0
+        property point last
 
         target: null
         acceptedDevices: PointerDevice.TouchScreen
-        xAxis.enabled: false
-        onActiveChanged: last = 0
+        xAxis.enabled: view.farthestLeft > 0
+        yAxis.enabled: view.lowestTop > 0
+        onActiveChanged: last = Qt.point(0, 0)
         onTranslationChanged: {
-            view.scrollBy(last - translation.y, false);
-            last = translation.y;
+            view.scrollAcrossTo(view.contentX + last.x - translation.x);
+            view.scrollBy(last.y - translation.y, false);
+            last = Qt.point(translation.x, translation.y);
         }
     }
     SlimScroller {
         flickable: view
+        lasting: view.scrollersLast
+    }
+    SlimScroller {
+        flickable: view
+        lasting: view.scrollersLast
+        orientation: Qt.Horizontal
     }
 }

@@ -117,6 +117,30 @@ class Desktop:
         return [line for line in self._lines("application.errors")
                 if not line.startswith("qt.accessibility.atspi: Could not find accessible on path")]
 
+    # The desktop's settings and its other kind of display.
+
+    @staticmethod
+    def choose(key, value):
+        """Sets one of GNOME's settings of the interface and waits until the portal tells it."""
+        group = "org.gnome.desktop.interface"
+        subprocess.run(["gsettings", "set", group, key, value], check=True)
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        until(lambda: str(bus.call_sync(
+            "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+            "org.freedesktop.portal.Settings", "Read", GLib.Variant("(ss)", (group, key)), None, 0,
+            -1, None).unpack()[0]).lower() == value, f"the portal tells {key} {value}")
+
+    def start_wayland(self):
+        """From now on programs show their windows on a compositor with a large screen."""
+        socket = "wayland-tallyview"
+        self.start("compositor", "weston", "--backend=headless-backend.so", "--width=2600",
+                   "--height=1600", f"--socket={socket}")
+        until(lambda: os.path.exists(os.path.join(os.environ["XDG_RUNTIME_DIR"], socket)),
+              "the compositor")
+        # Nobody sits at it: without a seat some versions of Qt crash in Wayland's own input method.
+        self.environment.update(WAYLAND_DISPLAY=socket, QT_QPA_PLATFORM="wayland",
+                                QT_IM_MODULE="compose")
+
     # The agent.
 
     def sql(self, statement, *values):

@@ -157,31 +157,40 @@ class Settings(OnTheDesktop):
     def test_the_desktop_and_the_file_are_followed(self):
         desktop = self.desktop
 
-        def desktop_setting(key, value):
-            subprocess.run(["gsettings", "set", "org.gnome.desktop.interface", key, value],
-                           check=True)
-
         def moves():
             """Whether the marks of the running tasks pulse."""
             pictures = {desktop.picture(290, 230, 50, 60) for _ in range(6)}
             return len(pictures) > 1
 
-        self.addCleanup(desktop_setting, "color-scheme", "default")
-        self.addCleanup(desktop_setting, "enable-animations", "true")
+        self.addCleanup(desktop.choose, "color-scheme", "default")
+        self.addCleanup(desktop.choose, "enable-animations", "true")
         self.running_threads(1)
-        desktop_setting("color-scheme", "prefer-dark")
+        desktop.choose("color-scheme", "prefer-dark")
         desktop.start_application()
         until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
-        desktop_setting("color-scheme", "default")
+        desktop.choose("color-scheme", "default")
         until(lambda: desktop.pixel(5, 700) == "#f7fafb", "the light sidebar")
         until(moves, "the pulse")
-        desktop_setting("enable-animations", "false")
+        desktop.choose("enable-animations", "false")
         until(lambda: not moves(), "the end of the pulse")
         desktop.store("appearanceMode", "dark")
         until(lambda: desktop.pixel(5, 700) == "#1a2429", "the stored choice")
         desktop.store("dashboardMode", "focus")
         self.expect("label", "专注空间")
         self.quiet()
+
+
+class LargeText(OnTheDesktop):
+    def test_the_next_start_is_as_large_as_texts_are_wanted(self):
+        desktop = self.desktop
+        desktop.start_wayland()
+        self.addCleanup(desktop.choose, "text-scaling-factor", "1.0")
+        for factor, least_width in [("1.5", 1650), ("1.0", 1100)]:
+            desktop.choose("text-scaling-factor", factor)
+            desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview", WAYLAND_DEBUG="1")
+            told = f".set_min_size({least_width}, "
+            until(lambda: any(told in line for line in desktop.complaints()), told)
+            self.assertEqual(desktop.stop("application"), 0)
 
 
 class Notices(OnTheDesktop):

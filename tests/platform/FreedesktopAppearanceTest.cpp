@@ -1,13 +1,14 @@
 #include "app/platform/FreedesktopAppearance.h"
 
-#include <QDBusContext>
-#include <QDBusVariant>
+#include "tests/platform/FakePortal.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace tallyview;
+using namespace tallyview::test;
 
 namespace {
 
@@ -16,41 +17,6 @@ const QString gnome = "org.gnome.desktop.interface";
 const QString kde = "org.kde.kdeglobals.KDE";
 
 } // namespace
-
-/// The desktop portal's settings, on a bus connection of their own.
-class FakePortal : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    FakePortal() {
-        m_bus.registerObject("/org/freedesktop/portal/desktop", this,
-                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        m_bus.registerService("org.freedesktop.portal.Desktop");
-    }
-    ~FakePortal() override { QDBusConnection::disconnectFromBus("portal"); }
-
-    void set(const QString &group, const QString &key, const QVariant &value) {
-        m_settings.insert({group, key}, value);
-        emit SettingChanged(group, key, QDBusVariant(value));
-    }
-
-    Q_SLOT QDBusVariant Read(const QString &group, const QString &key) {
-        const QVariant value = m_settings.value({group, key});
-        if (!value.isValid()) {
-            sendErrorReply("org.freedesktop.portal.Error.NotFound", "Requested setting not found");
-            return {};
-        }
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(value)));
-    }
-
-signals:
-    void SettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
-
-private:
-    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
-    QMap<std::pair<QString, QString>, QVariant> m_settings;
-};
 
 class FreedesktopAppearanceTest : public QObject {
     Q_OBJECT

@@ -1,5 +1,9 @@
 #include "tests/shell/ShellFixture.h"
 
+#include <QWheelEvent>
+
+#include <algorithm>
+
 using namespace tallyview;
 using namespace tallyview::test;
 
@@ -88,6 +92,26 @@ private slots:
         QVERIFY(help);
         QCOMPARE(f.rect(help->property("parent").value<QQuickItem *>()), chevron);
         QTRY_COMPARE(help->property("y"), 58 + 6);
+    }
+
+    // The screen of these tests has 800 by 800 points.
+    void aScreenTooSmallMovesTheContent() {
+        ShellFixture f(projects(2));
+        QCOMPARE(f.window->minimumSize(), QSize(736, 730));
+        f.window->resize(f.window->minimumSize());
+        f.settle();
+        const QQuickItem *content = f.item("ContentView");
+        const auto rect = [&](const QQuickItem *item) { return f.rect(item); };
+        QTRY_COMPARE(rect(content), QRectF(0, 30, 1100, 700));
+        QQuickItem *last = f.item("ContinueButton");
+        last->forceActiveFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(QRectF(0, 0, 736, 730).contains(rect(last)));
+        QWheelEvent wheel({300, 300}, {300, 300}, {}, {120, 0}, {}, {}, Qt::NoScrollPhase, false);
+        const qreal left = rect(content).x();
+        QCoreApplication::sendEvent(f.window, &wheel);
+        QTRY_COMPARE(rect(content).x(), std::min(0.0, left + 96));
+        f.window->resize(1440, 930);
+        QTRY_COMPARE(rect(content), QRectF(0, 30, 1440, 900));
     }
 
     void theSidebarChoosesWhatShows() {
@@ -238,7 +262,7 @@ private slots:
 
     void asManyCardsInARowAsFit() {
         ShellFixture f(projects(20), {{"dashboardMode", "focus"}});
-        f.window->setMinimumSize({});
+        f.window->setProperty("leastWidth", 0);
         // What is left of the window: the sidebar, its edge and the paddings take 292.
         for (const auto &[width, count, cell] :
              {std::tuple(292 + 100, 1, 220.0), std::tuple(292 + 455, 1, 320.0),

@@ -61,6 +61,14 @@ private slots:
         }
     }
 
+    void emojiAreDrawnInColour() {
+        QFont font;
+        font.setFamilies(SoftFont::familiesFor(QStringLiteral("Inter"), SoftFont::System));
+        QCOMPARE(
+            drawnFamilies(QStringLiteral("😀👍🏽🇨🇳👨‍👩‍👧‍👦"), font),
+            {QStringLiteral("Noto Color Emoji")});
+    }
+
     void facesAndSizesAreThoseAskedFor() {
         QCOMPARE(SoftFont::familiesFor(QStringLiteral("DejaVu Serif"), SoftFont::System).first(),
                  QStringLiteral("DejaVu Serif"));
