@@ -33,13 +33,19 @@ class ChosenAppearance : public SystemAppearance {
 public:
     bool dark() const override { return false; }
     bool reducedMotion() const override { return m_reducedMotion; }
+    WindowButtons windowButtons() const override { return m_windowButtons; }
     void setReducedMotion(bool reduced) {
         m_reducedMotion = reduced;
         emit reducedMotionChanged();
     }
+    void setWindowButtons(const QString &layout) {
+        m_windowButtons = WindowButtons::fromLayout(layout);
+        emit windowButtonsChanged();
+    }
 
 private:
     bool m_reducedMotion = true;
+    WindowButtons m_windowButtons = WindowButtons::all();
 };
 
 /// The application's window over threads of its own; without motion unless it is asked for.
