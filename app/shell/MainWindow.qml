@@ -4,28 +4,40 @@ import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
-// The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar
-// comes on top.
+// The application's one window, shown by its keeper. Its sizes are those of the content; the menu
+// bar, and above it the title bar where the window draws its own frame, come on top.
 T.ApplicationWindow {
     id: window
 
     required property DashboardModel model
     required property AppCommands commands
     required property WindowAppearance appearance
+    required property WindowChrome chrome
     required property LayoutSettings layout
     required property Workspace workspace
 
+    readonly property int barsHeight: chrome.height + bar.implicitHeight
+
     title: "Orvik Tallyview"
     width: 1440
-    height: 900 + bar.implicitHeight
+    height: 900 + barsHeight
     minimumWidth: 1100
-    minimumHeight: 700 + bar.implicitHeight
+    minimumHeight: 700 + barsHeight
     color: SoftTheme.canvas
-    menuBar: AppMenuBar {
-        id: bar
+    menuBar: Column {
+        TitleBar {
+            visible: window.chrome.titleBarShown
+            width: window.width
+            height: window.chrome.height
+            chrome: window.chrome
+            title: window.title
+        }
+        AppMenuBar {
+            id: bar
 
-        width: window.width
-        commands: window.commands
+            width: window.width
+            commands: window.commands
+        }
     }
 
     Binding {
@@ -42,6 +54,12 @@ T.ApplicationWindow {
         target: SoftTheme
         property: "unseen"
         value: !window.visible || window.visibility === Window.Minimized
+    }
+    WindowRim {
+        parent: window.contentItem.parent
+        z: 3
+        anchors.fill: parent
+        visible: window.chrome.rimShown
     }
     ContentView {
         anchors.fill: parent

@@ -244,10 +244,14 @@ class Desktop:
         return "#" + self.picture(x, y, 1, 1).hex()
 
 
+def window_titled(title):
+    return int(subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
+                              check=True, capture_output=True, text=True).stdout.split()[0])
+
+
 def close_window(title):
     """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
-    window = int(subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
-                                check=True, capture_output=True, text=True).stdout.split()[0])
+    window = window_titled(title)
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from private_desktop import Atspi, Desktop, start_accessibility, until
+from private_desktop import Atspi, Desktop, start_accessibility, until, window_titled
 
 
 def setUpModule():
@@ -161,6 +161,12 @@ class Settings(OnTheDesktop):
             subprocess.run(["gsettings", "set", "org.gnome.desktop.interface", key, value],
                            check=True)
 
+        def frame():
+            """What the window manager is told of the frame."""
+            return subprocess.run(["xprop", "-id", str(window_titled("Orvik Tallyview")),
+                                   "_GTK_THEME_VARIANT"],
+                                  check=True, capture_output=True, text=True).stdout.split('"')[1]
+
         def moves():
             """Whether the marks of the running tasks pulse."""
             pictures = {desktop.picture(290, 230, 50, 60) for _ in range(6)}
@@ -172,8 +178,10 @@ class Settings(OnTheDesktop):
         desktop_setting("color-scheme", "prefer-dark")
         desktop.start_application()
         until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
+        self.assertEqual(frame(), "dark")
         desktop_setting("color-scheme", "default")
         until(lambda: desktop.pixel(5, 700) == "#f7fafb", "the light sidebar")
+        self.assertEqual(frame(), "light")
         until(moves, "the pulse")
         desktop_setting("enable-animations", "false")
         until(lambda: not moves(), "the end of the pulse")
