@@ -25,7 +25,10 @@ const Setting enableAnimations{QStringLiteral("org.gnome.desktop.interface"),
                                QStringLiteral("enable-animations")};
 const Setting animationFactor{QStringLiteral("org.kde.kdeglobals.KDE"),
                               QStringLiteral("AnimationDurationFactor")};
-const std::array settings{colorScheme, reducedMotionFlag, enableAnimations, animationFactor};
+const Setting buttonLayout{QStringLiteral("org.gnome.desktop.wm.preferences"),
+                           QStringLiteral("button-layout")};
+const std::array settings{colorScheme, reducedMotionFlag, enableAnimations, animationFactor,
+                          buttonLayout};
 
 enum ColorScheme : uint { noPreference = 0, preferDark = 1, preferLight = 2 };
 
@@ -96,11 +99,15 @@ void FreedesktopAppearance::adopt(const Setting &setting, const QDBusVariant &va
 void FreedesktopAppearance::update() {
     const bool wasDark = std::exchange(m_dark, darkWanted());
     const bool wasReduced = std::exchange(m_reducedMotion, reducedMotionWanted());
+    const auto oldButtons = std::exchange(m_windowButtons, windowButtonsWanted());
     if (m_dark != wasDark) {
         emit darkChanged();
     }
     if (m_reducedMotion != wasReduced) {
         emit reducedMotionChanged();
+    }
+    if (m_windowButtons != oldButtons) {
+        emit windowButtonsChanged();
     }
 }
 
@@ -119,6 +126,12 @@ bool FreedesktopAppearance::reducedMotionWanted() const {
     return m_settings.value(reducedMotionFlag).toUInt() == 1 ||
            m_settings.value(enableAnimations, true) == QVariant(false) ||
            isZero(m_settings.value(animationFactor));
+}
+
+WindowButtons FreedesktopAppearance::windowButtonsWanted() const {
+    const auto layout = m_settings.constFind(buttonLayout);
+    return layout == m_settings.cend() ? WindowButtons::all()
+                                       : WindowButtons::fromLayout(layout->toString());
 }
 
 } // namespace tallyview

@@ -16,7 +16,7 @@ namespace tallyview {
 /// The system appearance as the desktop portal's settings tell it, each asked for asynchronously
 /// and followed from then on. Until the portal answers, and where it has no preference, the
 /// lightness of the application's palette decides, which the program therefore must not set
-/// itself; without the portal motion is not reduced.
+/// itself; without the portal motion is not reduced and title bars have all buttons.
 class FreedesktopAppearance : public SystemAppearance {
     Q_OBJECT
 
@@ -27,6 +27,7 @@ public:
 
     bool dark() const override { return m_dark; }
     bool reducedMotion() const override { return m_reducedMotion; }
+    WindowButtons windowButtons() const override { return m_windowButtons; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -41,12 +42,14 @@ private:
     void update();
     bool darkWanted() const;
     bool reducedMotionWanted() const;
+    WindowButtons windowButtonsWanted() const;
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_portalWatcher;
     QMap<Setting, QVariant> m_settings; ///< those the portal has answered
     bool m_dark = false;
     bool m_reducedMotion = false;
+    WindowButtons m_windowButtons = WindowButtons::all();
 };
 
 } // namespace tallyview

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/platform/WindowButtons.h"
+
 #include <QObject>
 
 namespace tallyview {
@@ -16,10 +18,13 @@ public:
     virtual bool dark() const = 0;
     /// Animations and transitions are to be dropped.
     virtual bool reducedMotion() const = 0;
+    /// Of windows that draw their own title bar.
+    virtual WindowButtons windowButtons() const = 0;
 
 signals:
     void darkChanged();
     void reducedMotionChanged();
+    void windowButtonsChanged();
 };
 
 } // namespace tallyview

@@ -4,34 +4,46 @@ import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Theme
 
-// The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar
-// comes on top. Where the screen has no room for the least of them, as it may with large text, the
-// window can be smaller and the content moves in it.
+// The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar,
+// and above it the title bar where the window draws its own frame, come on top. Where the screen has
+// no room for the least of them, as it may with large text, the window can be smaller and the content
+// moves in it.
 T.ApplicationWindow {
     id: window
 
     required property DashboardModel model
     required property AppCommands commands
     required property WindowAppearance appearance
+    required property WindowChrome chrome
     required property LayoutSettings layout
     required property Workspace workspace
 
     property int leastWidth: 1100
     property int leastHeight: 700
-    /// What panels and the title bar may take of a screen.
+    readonly property int barsHeight: chrome.height + bar.implicitHeight
+    /// What panels may take of a screen.
     readonly property int screenMargin: 64
 
     title: "Orvik Tallyview"
     width: 1440
-    height: 900 + bar.implicitHeight
+    height: 900 + barsHeight
     minimumWidth: Math.min(leastWidth, Screen.width - screenMargin)
-    minimumHeight: Math.min(leastHeight + bar.implicitHeight, Screen.height - screenMargin)
+    minimumHeight: Math.min(leastHeight + barsHeight, Screen.height - screenMargin)
     color: SoftTheme.canvas
-    menuBar: AppMenuBar {
-        id: bar
+    menuBar: Column {
+        TitleBar {
+            visible: window.chrome.titleBarShown
+            width: window.width
+            height: window.chrome.height
+            chrome: window.chrome
+            title: window.title
+        }
+        AppMenuBar {
+            id: bar
 
-        width: window.width
-        commands: window.commands
+            width: window.width
+            commands: window.commands
+        }
     }
 
     Binding {
@@ -48,6 +60,12 @@ T.ApplicationWindow {
         target: SoftTheme
         property: "unseen"
         value: !window.visible || window.visibility === Window.Minimized
+    }
+    WindowRim {
+        parent: window.contentItem.parent
+        z: 3
+        anchors.fill: parent
+        visible: window.chrome.rimShown
     }
     SoftScrollView {
         anchors.fill: parent

@@ -28,6 +28,7 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     , m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
     , m_commands(m_model, m_notifications)
     , m_windowAppearance(m_defaults, m_appearance)
+    , m_chrome(m_windowAppearance, m_appearance)
     , m_layout(m_defaults)
     , m_workspace(m_model, m_layout) {
     QObject::connect(
@@ -57,12 +58,14 @@ bool OrvikTallyviewApp::loadWindow() {
         {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
          {QStringLiteral("commands"), QVariant::fromValue(&m_commands)},
          {QStringLiteral("appearance"), QVariant::fromValue(&m_windowAppearance)},
+         {QStringLiteral("chrome"), QVariant::fromValue(&m_chrome)},
          {QStringLiteral("layout"), QVariant::fromValue(&m_layout)},
          {QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml")));
     auto *window = qobject_cast<QWindow *>(m_engine.rootObjects().value(0));
     if (window) {
-        m_windowKeeper.emplace(*window, m_defaults);
+        m_chrome.setWindow(*window);
+        m_windowKeeper.emplace(*window, m_chrome, m_defaults);
     }
     return window != nullptr;
 }

@@ -11,6 +11,7 @@
 #include "app/shell/AppDelegate.h"
 #include "app/shell/LayoutSettings.h"
 #include "app/shell/WindowAppearance.h"
+#include "app/shell/WindowChrome.h"
 #include "app/shell/WindowKeeper.h"
 #include "app/shell/Workspace.h"
 
@@ -49,6 +50,7 @@ private:
     DashboardModel m_model;
     AppCommands m_commands;
     WindowAppearance m_windowAppearance;
+    WindowChrome m_chrome;
     LayoutSettings m_layout;
     Workspace m_workspace;
     QQmlApplicationEngine m_engine;

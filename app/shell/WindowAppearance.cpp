@@ -24,9 +24,11 @@ WindowAppearance::WindowAppearance(const UserDefaults &defaults, const SystemApp
     });
 }
 
-bool WindowAppearance::dark() const {
+bool WindowAppearance::dark() const { return chosen().value_or(m_system.dark()); }
+
+std::optional<bool> WindowAppearance::chosen() const {
     const QString stored = m_defaults.text(appearanceKey).value_or(QString());
-    return AppearanceMode::ofSetting(stored).prefersDark().value_or(m_system.dark());
+    return AppearanceMode::ofSetting(stored).prefersDark();
 }
 
 bool WindowAppearance::reducedMotion() const { return m_system.reducedMotion(); }

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QtQmlIntegration>
 
+#include <optional>
+
 namespace tallyview {
 
 class SystemAppearance;
@@ -23,6 +25,8 @@ public:
     WindowAppearance(const UserDefaults &defaults, const SystemAppearance &system);
 
     bool dark() const;
+    /// Whether the user chose dark; nothing where the choice is left to the desktop.
+    std::optional<bool> chosen() const;
     bool reducedMotion() const;
 
 signals:

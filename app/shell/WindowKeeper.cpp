@@ -1,6 +1,7 @@
 #include "app/shell/WindowKeeper.h"
 
 #include "app/platform/UserDefaults.h"
+#include "app/shell/WindowChrome.h"
 #include "app/shell/WindowFrame.h"
 
 #include <QEvent>
@@ -29,8 +30,9 @@ QList<QRect> screens() {
 
 } // namespace
 
-WindowKeeper::WindowKeeper(QWindow &window, UserDefaults &defaults)
+WindowKeeper::WindowKeeper(QWindow &window, WindowChrome &chrome, UserDefaults &defaults)
     : m_window(window)
+    , m_chrome(chrome)
     , m_defaults(defaults) {
     // A window that is being maximized has its new size a moment before it counts as maximized.
     m_settled.setInterval(300);
@@ -42,6 +44,7 @@ WindowKeeper::WindowKeeper(QWindow &window, UserDefaults &defaults)
     connect(&window, &QWindow::widthChanged, this, wait);
     connect(&window, &QWindow::heightChanged, this, wait);
     connect(&window, &QWindow::visibilityChanged, this, wait);
+    connect(&chrome, &WindowChrome::drawnChanged, this, &WindowKeeper::restoreFrame);
     window.installEventFilter(this);
 }
 
@@ -54,6 +57,7 @@ void WindowKeeper::present(const QString &activationToken) {
     if (!m_window.isVisible()) {
         restoreFrame();
         show();
+        m_chrome.settle();
     }
     m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
@@ -83,7 +87,7 @@ std::optional<QRect> WindowKeeper::rememberedFrame() const {
     if (numbers.size() != 4) {
         return std::nullopt;
     }
-    return QRect(numbers[0], numbers[1], numbers[2], numbers[3]);
+    return QRect(numbers[0], numbers[1], numbers[2], numbers[3] + m_chrome.height());
 }
 
 void WindowKeeper::restoreFrame() {
@@ -112,7 +116,8 @@ void WindowKeeper::remember() {
     } else if (visibility == QWindow::Windowed) {
         m_defaults.setValue(maximizedKey, false);
         QStringList frame;
-        for (const int number : {m_window.x(), m_window.y(), m_window.width(), m_window.height()}) {
+        for (const int number : {m_window.x(), m_window.y(), m_window.width(),
+                                 m_window.height() - m_chrome.height()}) {
             frame.append(QString::number(number));
         }
         m_defaults.setValue(frameKey, frame);

@@ -11,16 +11,19 @@ class QWindow;
 namespace tallyview {
 
 class UserDefaults;
+class WindowChrome;
 
 /// Shows the application's one window as the user left it, and remembers how they leave it: where
 /// it stands and how large it is ("windowFrame": x, y, width and height in points, of the window
-/// while it is not maximized) and whether it is maximized ("windowMaximized"). Main thread.
+/// while it is not maximized, without a title bar of its own) and whether it is maximized
+/// ("windowMaximized"). Main thread.
 class WindowKeeper : public QObject {
     Q_OBJECT
 
 public:
-    /// The window is not shown yet and has its default size. Both outlive this object.
-    WindowKeeper(QWindow &window, UserDefaults &defaults);
+    /// The window is not shown yet and has its default size; `chrome` is its frame. All outlive
+    /// this object.
+    WindowKeeper(QWindow &window, WindowChrome &chrome, UserDefaults &defaults);
 
     /// Shows the window, also one that is closed or minimized, and brings it to the front as far
     /// as the desktop gives leave. Where none was remembered the desktop chooses its place.
@@ -35,6 +38,7 @@ private:
     void remember();
 
     QWindow &m_window;
+    WindowChrome &m_chrome;
     UserDefaults &m_defaults;
     QTimer m_settled;
 };

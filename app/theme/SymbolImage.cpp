@@ -18,6 +18,8 @@ constexpr qreal boxPerPoint = 1.15;
 const QMap<QString, QString> &icons() {
     static const QMap<QString, QString> map = {
         {QStringLiteral("arrow.clockwise"), QStringLiteral("arrow-clockwise")},
+        {QStringLiteral("arrow.down.right.and.arrow.up.left"),
+         QStringLiteral("arrows-angle-contract")},
         {QStringLiteral("arrow.right"), QStringLiteral("arrow-right")},
         {QStringLiteral("arrow.up.right"), QStringLiteral("arrow-up-right")},
         {QStringLiteral("checkmark"), QStringLiteral("check-lg")},
@@ -30,16 +32,19 @@ const QMap<QString, QString> &icons() {
         {QStringLiteral("info.circle"), QStringLiteral("info-circle")},
         {QStringLiteral("line.3.horizontal.decrease.circle"), QStringLiteral("filter-circle")},
         {QStringLiteral("magnifyingglass"), QStringLiteral("search")},
+        {QStringLiteral("minus"), QStringLiteral("dash-lg")},
         {QStringLiteral("moon"), QStringLiteral("moon")},
         {QStringLiteral("rectangle.split.3x1"), QStringLiteral("layout-three-columns")},
         {QStringLiteral("scope"), QStringLiteral("bullseye")},
         {QStringLiteral("sidebar.right"), QStringLiteral("layout-sidebar-reverse")},
         {QStringLiteral("sparkles"), QStringLiteral("stars")},
+        {QStringLiteral("square"), QStringLiteral("square")},
         {QStringLiteral("square.grid.2x2"), QStringLiteral("grid")},
         {QStringLiteral("star"), QStringLiteral("star")},
         {QStringLiteral("star.fill"), QStringLiteral("star-fill")},
         {QStringLiteral("sun.max"), QStringLiteral("sun")},
         {QStringLiteral("waveform.path.ecg"), QStringLiteral("activity")},
+        {QStringLiteral("xmark"), QStringLiteral("x-lg")},
     };
     return map;
 }

@@ -319,9 +319,13 @@ def geometry_at_rest(window):
         line.split("=") for line in first)
 
 
+def window_titled(title):
+    return int(xdotool("search", "--onlyvisible", "--name", f"^{title}$")[0])
+
+
 def close_window(title):
     """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
-    window = int(xdotool("search", "--onlyvisible", "--name", f"^{title}$")[0])
+    window = window_titled(title)
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from private_desktop import Atspi, Desktop, role, start_accessibility, until
+from private_desktop import Atspi, Desktop, role, start_accessibility, until, window_titled
 
 
 def setUpModule():
@@ -157,6 +157,12 @@ class Settings(OnTheDesktop):
     def test_the_desktop_and_the_file_are_followed(self):
         desktop = self.desktop
 
+        def frame():
+            """What the window manager is told of the frame."""
+            return subprocess.run(["xprop", "-id", str(window_titled("Orvik Tallyview")),
+                                   "_GTK_THEME_VARIANT"],
+                                  check=True, capture_output=True, text=True).stdout.split('"')[1]
+
         def moves():
             """Whether the marks of the running tasks pulse."""
             pictures = {desktop.picture(290, 230, 50, 60) for _ in range(6)}
@@ -168,8 +174,10 @@ class Settings(OnTheDesktop):
         desktop.choose("color-scheme", "prefer-dark")
         desktop.start_application()
         until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
+        self.assertEqual(frame(), "dark")
         desktop.choose("color-scheme", "default")
         until(lambda: desktop.pixel(5, 700) == "#f7fafb", "the light sidebar")
+        self.assertEqual(frame(), "light")
         until(moves, "the pulse")
         desktop.choose("enable-animations", "false")
         until(lambda: not moves(), "the end of the pulse")

@@ -81,6 +81,27 @@ private slots:
         }
     }
 
+    void readsTheButtonsOfTitleBars() {
+        FakePortal portal;
+        const FreedesktopAppearance system;
+        QCOMPARE(system.windowButtons(), WindowButtons::all());
+        const std::tuple<QString, QStringList, QStringList> cases[] = {
+            {"appmenu:close", {}, {"close"}},
+            {"close,minimize:appmenu", {"close", "minimize"}, {}},
+            {"icon:minimize, maximize ,spacer,close", {}, {"minimize", "maximize", "close"}},
+            {"maximize,close", {"maximize", "close"}, {}},
+            {"close,close:minimize,close:maximize", {"close"}, {"minimize"}},
+            {":", {}, {}},
+        };
+        for (const auto &[layout, left, right] : cases) {
+            portal.set("org.gnome.desktop.wm.preferences", "button-layout", layout);
+            QVERIFY2(QTest::qWaitFor([&, left = left, right = right] {
+                         return system.windowButtons() == WindowButtons{left, right};
+                     }),
+                     qPrintable(layout));
+        }
+    }
+
     void signalsWhatBecomesDifferent() {
         FakePortal portal;
         portal.set(appearance, "color-scheme", 2U);

@@ -6,6 +6,7 @@
 #include "app/shell/AppCommands.h"
 #include "app/shell/LayoutSettings.h"
 #include "app/shell/WindowAppearance.h"
+#include "app/shell/WindowChrome.h"
 #include "app/shell/Workspace.h"
 #include "tests/model/ModelFixture.h"
 #include "tests/shell/SceneProbe.h"
@@ -33,13 +34,19 @@ class ChosenAppearance : public SystemAppearance {
 public:
     bool dark() const override { return false; }
     bool reducedMotion() const override { return m_reducedMotion; }
+    WindowButtons windowButtons() const override { return m_windowButtons; }
     void setReducedMotion(bool reduced) {
         m_reducedMotion = reduced;
         emit reducedMotionChanged();
     }
+    void setWindowButtons(const QString &layout) {
+        m_windowButtons = WindowButtons::fromLayout(layout);
+        emit windowButtonsChanged();
+    }
 
 private:
     bool m_reducedMotion = true;
+    WindowButtons m_windowButtons = WindowButtons::all();
 };
 
 /// The application's window over threads of its own; without motion unless it is asked for.
@@ -61,10 +68,12 @@ public:
         m_engine.setInitialProperties({{"model", QVariant::fromValue(&model)},
                                        {"commands", QVariant::fromValue(&m_commands)},
                                        {"appearance", QVariant::fromValue(&m_appearance)},
+                                       {"chrome", QVariant::fromValue(&chrome)},
                                        {"layout", QVariant::fromValue(&layout)},
                                        {"workspace", QVariant::fromValue(&workspace)}});
         m_engine.load(QUrl("qrc:/qt/qml/Orvik/Tallyview/Shell/MainWindow.qml"));
         window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+        chrome.setWindow(*window);
         window->show();
         window->requestActivate();
         [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window);
@@ -88,10 +97,15 @@ public:
     Workspace workspace{model, layout};
 
 private:
+    WindowAppearance m_appearance{defaults, system};
+
+public:
+    WindowChrome chrome{m_appearance, system};
+
+private:
     SilentCenter m_center;
     TaskNotificationService m_notifications{m_center, defaults, opener, systemNow};
     AppCommands m_commands{model, m_notifications};
-    WindowAppearance m_appearance{defaults, system};
     QQmlApplicationEngine m_engine;
 };
 

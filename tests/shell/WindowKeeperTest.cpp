@@ -17,7 +17,10 @@ constexpr QSize minimum(300, 200);
 
 /// A window of its own with its keeper; the screen of these tests has 800 by 800 points.
 struct Kept {
-    explicit Kept(UserDefaults &defaults) : keeper(window, defaults) {
+    explicit Kept(UserDefaults &defaults)
+        : appearance(defaults, system)
+        , keeper(window, chrome, defaults) {
+        chrome.setWindow(window);
         window.setMinimumSize(minimum);
         window.resize(500, 400);
         keeper.present({});
@@ -25,6 +28,9 @@ struct Kept {
     QRect frame() const { return window.geometry(); }
 
     QWindow window;
+    ChosenAppearance system;
+    WindowAppearance appearance;
+    WindowChrome chrome{appearance, system};
     WindowKeeper keeper;
 };
 
@@ -80,6 +86,20 @@ private slots:
             QVERIFY(first.window.close()); // at once, before it has settled
         }
         QCOMPARE(Kept(defaults).frame(), QRect(60, 70, 430, 330));
+    }
+
+    void remembersNoTitleBar() {
+        IniUserDefaults defaults(m_folder->filePath("settings"));
+        defaults.setValue("windowFrame", QStringList{"60", "70", "420", "320"});
+        Kept kept(defaults);
+        kept.chrome.draw();
+        const QRect frame = kept.frame();
+        QCOMPARE(frame, QRect(60, 70, 420, 320 + kept.chrome.height()));
+        kept.window.resize(430, frame.height());
+        QTRY_COMPARE(defaults.stringList("windowFrame"), QStringList({"60", "70", "430", "320"}));
+        QVERIFY(kept.window.close());
+        kept.keeper.present({});
+        QCOMPARE(kept.frame().height(), frame.height());
     }
 
     void remembersThatItWasMaximized() {
@@ -139,7 +159,7 @@ private slots:
     void comesBackAfterItWasClosed() {
         ShellFixture f({{.id = "a", .age = 0}, {.id = "b", .age = 1}, {.id = "c", .age = 2}}, {},
                        true);
-        WindowKeeper keeper(*f.window, f.defaults);
+        WindowKeeper keeper(*f.window, f.chrome, f.defaults);
         auto *theme = qmlEngine(f.window)->singletonInstance<SoftTheme *>(
             qmlTypeId("Orvik.Tallyview.Theme", 1, 0, "SoftTheme"));
         f.press(Qt::Key_Down);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QStringList>
+
+namespace tallyview {
+
+/// The buttons at either end of a window's title bar, each from left to right: "minimize",
+/// "maximize" and "close", each at most once. Plain value, any thread.
+struct WindowButtons {
+    QStringList left;
+    QStringList right;
+
+    bool operator==(const WindowButtons &) const = default;
+
+    /// What a text as "appmenu:minimize,close" stands for: two lists with a colon between them.
+    /// Names of other things in a title bar are passed over.
+    static WindowButtons fromLayout(const QString &layout);
+    /// What a desktop that does not say has.
+    static WindowButtons all();
+};
+
+} // namespace tallyview

@@ -1,0 +1,88 @@
+import QtQuick
+import Orvik.Tallyview.Theme
+
+// The rim of a window that draws its own frame: a hairline, and edges and corners that resize it.
+Item {
+    id: rim
+
+    readonly property int edge: 5
+    readonly property int corner: 14
+
+    component Grip: MouseArea {
+        required property int edges
+
+        onPressed: Window.window.startSystemResize(edges)
+    }
+
+    SoftDivider {
+        width: parent.width
+    }
+    SoftDivider {
+        anchors.bottom: parent.bottom
+        width: parent.width
+    }
+    SoftDivider {
+        axis: Qt.Vertical
+        height: parent.height
+    }
+    SoftDivider {
+        anchors.right: parent.right
+        axis: Qt.Vertical
+        height: parent.height
+    }
+
+    Grip {
+        width: parent.width
+        height: rim.edge
+        cursorShape: Qt.SizeVerCursor
+        edges: Qt.TopEdge
+    }
+    Grip {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: rim.edge
+        cursorShape: Qt.SizeVerCursor
+        edges: Qt.BottomEdge
+    }
+    Grip {
+        width: rim.edge
+        height: parent.height
+        cursorShape: Qt.SizeHorCursor
+        edges: Qt.LeftEdge
+    }
+    Grip {
+        anchors.right: parent.right
+        width: rim.edge
+        height: parent.height
+        cursorShape: Qt.SizeHorCursor
+        edges: Qt.RightEdge
+    }
+    Grip {
+        width: rim.corner
+        height: rim.corner
+        cursorShape: Qt.SizeFDiagCursor
+        edges: Qt.TopEdge | Qt.LeftEdge
+    }
+    Grip {
+        anchors.right: parent.right
+        width: rim.corner
+        height: rim.corner
+        cursorShape: Qt.SizeBDiagCursor
+        edges: Qt.TopEdge | Qt.RightEdge
+    }
+    Grip {
+        anchors.bottom: parent.bottom
+        width: rim.corner
+        height: rim.corner
+        cursorShape: Qt.SizeBDiagCursor
+        edges: Qt.BottomEdge | Qt.LeftEdge
+    }
+    Grip {
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        width: rim.corner
+        height: rim.corner
+        cursorShape: Qt.SizeFDiagCursor
+        edges: Qt.BottomEdge | Qt.RightEdge
+    }
+}

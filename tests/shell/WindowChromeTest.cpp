@@ -1,0 +1,134 @@
+#include "app/shell/WindowChrome.h"
+
+#include "tests/shell/ShellFixture.h"
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+namespace {
+
+/// The window on a shell that leaves the frame to it.
+struct Framed : ShellFixture {
+    Framed() : ShellFixture({{.id = "a"}}) {
+        chrome.draw();
+        settle();
+    }
+
+    /// The title bar's texts and buttons from left to right.
+    QString titleBar() const {
+        std::map<qreal, QString> pieces;
+        const QQuickItem *bar = item("TitleBar");
+        for (const auto &[type, property] :
+             {std::pair("SoftText", "text"), std::pair("SoftIconButton", "label")}) {
+            for (const QQuickItem *piece : items(type)) {
+                if (bar && bar->isAncestorOf(piece)) {
+                    pieces[rect(piece).x()] = piece->property(property).toString();
+                }
+            }
+        }
+        QStringList texts;
+        for (const auto &[x, text] : pieces) {
+            texts.append(text);
+        }
+        return texts.join(u' ');
+    }
+    /// Title bar, rim and the rectangle of the content.
+    QString frame() const {
+        const QRectF content = rect(item("ContentView"));
+        return QStringLiteral("%1%2%3 %4 %5")
+            .arg(item("TitleBar") ? "bar " : "", item("WindowRim") ? "rim " : "")
+            .arg(content.y())
+            .arg(window->width() - content.width())
+            .arg(window->height() - content.bottom());
+    }
+    QPoint title() const { return rect(text("Orvik Tallyview")).center().toPoint(); }
+};
+
+} // namespace
+
+class WindowChromeTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theTitleBarComesOnTop() {
+        const ShellFixture shell({{.id = "a"}});
+        QVERIFY(!shell.item("TitleBar") && !shell.item("WindowRim"));
+        QCOMPARE(shell.window->size(), QSize(1440, 930));
+
+        const Framed f;
+        QCOMPARE(f.rect(f.item("TitleBar")), QRectF(0, 0, 1440, 38));
+        QCOMPARE(f.rect(f.item("AppMenuBar")), QRectF(0, 38, 1440, 30));
+        QCOMPARE(f.rect(f.item("ContentView")), QRectF(0, 68, 1440, 900));
+        QCOMPARE(f.window->minimumSize(), QSize(1100, 768));
+        QVERIFY(f.window->flags().testFlag(Qt::FramelessWindowHint));
+    }
+
+    void theFrameFollowsTheState() {
+        const Framed f;
+        const std::pair<Qt::WindowStates, const char *> cases[] = {
+            {Qt::WindowMaximized, "bar 68 0 0"},
+            {Qt::WindowFullScreen, "30 0 0"},
+            {Qt::WindowFullScreen | Qt::WindowMaximized, "30 0 0"},
+            {Qt::WindowNoState, "bar rim 68 0 0"},
+        };
+        for (const auto &[states, frame] : cases) {
+            f.window->setWindowStates(states);
+            f.settle();
+            QCOMPARE(f.frame(), frame);
+        }
+    }
+
+    void theDesktopChoosesTheButtons() {
+        Framed f;
+        QCOMPARE(f.titleBar(), "Orvik Tallyview 最小化 最大化 关闭");
+        const std::pair<const char *, const char *> cases[] = {
+            {"close,minimize:appmenu", "关闭 最小化 Orvik Tallyview"},
+            {"maximize:close", "最大化 Orvik Tallyview 关闭"},
+            {"appmenu", "Orvik Tallyview"},
+        };
+        for (const auto &[layout, shown] : cases) {
+            f.system.setWindowButtons(layout);
+            f.settle();
+            QCOMPARE(f.titleBar(), shown);
+        }
+    }
+
+    void everyWayToAState() {
+        const Framed f;
+        f.click(f.button("最大化"));
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        f.click(f.button("还原"));
+        QCOMPARE(f.window->visibility(), QWindow::Windowed);
+        QTest::mouseDClick(f.window, Qt::LeftButton, {}, f.title());
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        QTest::mouseClick(f.window, Qt::RightButton, {}, f.title());
+        QTRY_COMPARE(f.items("SoftMenuItem").size(), 3);
+        f.click(f.items("SoftMenuItem")[0]);
+        QCOMPARE(f.window->visibility(), QWindow::Windowed);
+        f.click(f.button("最小化"));
+        QCOMPARE(f.window->visibility(), QWindow::Minimized);
+        f.window->showNormal();
+        f.click(f.button("关闭"));
+        QVERIFY(!f.window->isVisible());
+    }
+
+    void theKeyboardReachesTheButtonsFirst() {
+        const Framed f;
+        f.window->contentItem()->forceActiveFocus();
+        QStringList reached;
+        for (int stop = 0; stop < 4; ++stop) {
+            f.press(Qt::Key_Tab);
+            reached.append(f.window->activeFocusItem()->property("label").toString());
+            QCOMPARE(f.items("SoftFocusRing").size(), 1);
+        }
+        QCOMPARE(reached.join(u' '), "最小化 最大化 关闭 切换到专注模式");
+        f.press(Qt::Key_Backtab);
+        f.press(Qt::Key_Backtab);
+        f.press(Qt::Key_Space);
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        QCOMPARE(f.window->activeFocusItem(), f.button("还原"));
+    }
+};
+
+QTEST_MAIN(WindowChromeTest)
+#include "WindowChromeTest.moc"
