@@ -15,7 +15,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 # Libraries are found by what the program links. QML modules are loaded by name: those that are
 # imported here and those that they import.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(qml_modules qtqml qtqml-models qtqml-workerscript qtquick qtquick-templates qtquick-window)
+set(qml_modules qtqml qtqml-models qtqml-workerscript qtquick qtquick-templates qtquick-window
+    qt-labs-platform)
 list(TRANSFORM qml_modules PREPEND qml6-module-)
 list(JOIN qml_modules ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS

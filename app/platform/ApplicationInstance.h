@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <expected>
+#include <optional>
 
 namespace tallyview {
 
@@ -15,15 +16,16 @@ class ApplicationInstance : public QObject {
 public:
     enum class Role {
         primary,   ///< the one that runs; also where the session cannot tell
-        handedOver ///< another runs and has been asked to show its window
+        handedOver ///< another runs and shows its window, if that was asked for
     };
 
     using QObject::QObject;
 
     /// Called once, before anything is shown; takes a bounded time. `activationToken` (may be
-    /// empty) is the desktop's leave to come to the front, which is handed to the one that runs.
+    /// empty) is the desktop's leave to come to the front, which is handed to the one that runs;
+    /// without one that is left as it is.
     /// The error, a text for people: another runs but does not answer.
-    virtual std::expected<Role, QString> claim(const QString &activationToken) = 0;
+    virtual std::expected<Role, QString> claim(const std::optional<QString> &activationToken) = 0;
 
 signals:
     /// The user started the program again: the window is to show, in front. Only to the primary.

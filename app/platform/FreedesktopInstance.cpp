@@ -63,7 +63,7 @@ FreedesktopInstance::~FreedesktopInstance() {
 }
 
 std::expected<ApplicationInstance::Role, QString>
-FreedesktopInstance::claim(const QString &activationToken) {
+FreedesktopInstance::claim(const std::optional<QString> &activationToken) {
     if (!m_bus.isConnected()) {
         return Role::primary;
     }
@@ -71,7 +71,10 @@ FreedesktopInstance::claim(const QString &activationToken) {
     m_bus.registerObject(applicationPath, this, QDBusConnection::ExportScriptableSlots);
     const QDeadlineTimer deadline(m_patience);
     while (!takeName(deadline)) {
-        const QDBusMessage reply = activateOther(m_bus, activationToken, deadline);
+        if (!activationToken) {
+            return Role::handedOver;
+        }
+        const QDBusMessage reply = activateOther(m_bus, *activationToken, deadline);
         if (reply.type() == QDBusMessage::ReplyMessage) {
             return Role::handedOver;
         }

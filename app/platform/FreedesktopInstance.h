@@ -30,7 +30,7 @@ public:
     /// start meanwhile takes its place.
     ~FreedesktopInstance() override;
 
-    std::expected<Role, QString> claim(const QString &activationToken) override;
+    std::expected<Role, QString> claim(const std::optional<QString> &activationToken) override;
 
     /// The leave that the launcher gave this process, or nothing. To be read before the
     /// QGuiApplication is made, which takes some of it away.

@@ -8,7 +8,7 @@ namespace tallyview {
 
 class TaskNotificationService;
 
-/// The commands of the menu bar. Main thread.
+/// The commands of the menu bar and of the tray item. Main thread.
 class AppCommands : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
@@ -30,6 +30,8 @@ signals:
     void canOpenSelectedChanged();
     /// The search field is to take the keyboard focus.
     void focusTaskSearch();
+    /// The window is to show, in front.
+    void showWindow();
 
 private:
     void update() override;

@@ -3,11 +3,15 @@
 #include "app/platform/FreedesktopInstance.h"
 #include "app/platform/TerminationSignals.h"
 #include "app/platform/TextScale.h"
+#include "app/shell/CommandLine.h"
 #include "app/shell/SceneRenderer.h"
 #include "core/HomeDirectory.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+
+#include <cstdio>
+#include <utility>
 
 namespace tallyview {
 
@@ -34,13 +38,14 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     QObject::connect(
         &m_model, &DashboardModel::taskCompleted, &m_model,
         [this](const ThreadRecord &thread) { m_notifications.notifyCompletion(thread); });
+    m_summary.setModel(&m_model);
 }
 
 std::filesystem::path OrvikTallyviewApp::databaseURL() {
     return std::filesystem::path(homeDirectory()) / ".orvik/state_5.sqlite";
 }
 
-bool OrvikTallyviewApp::start(const QString &activationToken) {
+bool OrvikTallyviewApp::start(const std::optional<QString> &activationToken) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     m_appDelegate.applicationDidFinishLaunching();
     if (!loadWindow()) {
@@ -48,7 +53,14 @@ bool OrvikTallyviewApp::start(const QString &activationToken) {
     }
     QObject::connect(&m_instance, &ApplicationInstance::activated, &*m_windowKeeper,
                      &WindowKeeper::present);
-    m_windowKeeper->present(activationToken);
+    QObject::connect(&m_commands, &AppCommands::showWindow, &*m_windowKeeper,
+                     [this] { m_windowKeeper->present({}); });
+    QObject::connect(&m_presence, &BackgroundPresence::hasTrayChanged, &m_engine,
+                     [this] { showPresence(); });
+    QObject::connect(&m_summary, &TaskSummary::changed, &m_engine, [this] { showPresence(); });
+    if (activationToken) {
+        m_windowKeeper->present(*activationToken);
+    }
     return true;
 }
 
@@ -70,7 +82,26 @@ bool OrvikTallyviewApp::loadWindow() {
     return window != nullptr;
 }
 
+/// An item in the tray or, where there is none, a line in the desktop's list.
+void OrvikTallyviewApp::showPresence() {
+    if (!m_presence.hasTray()) {
+        m_presence.describe(m_summary.text());
+    } else if (!std::exchange(m_hasTrayItem, true)) {
+        loadTrayItem();
+    }
+}
+
+void OrvikTallyviewApp::loadTrayItem() {
+    m_engine.setInitialProperties({{QStringLiteral("summary"), QVariant::fromValue(&m_summary)},
+                                   {QStringLiteral("commands"), QVariant::fromValue(&m_commands)}});
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/TrayItem.qml")));
+}
+
 int runTallyview(int argc, char **argv) {
+    if (const auto answer = commandLineAnswer(QStringList(argv + 1, argv + argc))) {
+        std::fputs(qPrintable(*answer), stdout);
+        return EXIT_SUCCESS;
+    }
     const QString activationToken = FreedesktopInstance::environmentToken();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     chooseSceneRenderer();
@@ -82,8 +113,15 @@ int runTallyview(int argc, char **argv) {
     QObject::connect(&termination, &TerminationSignals::received, &application,
                      &QCoreApplication::quit);
 
+    const auto start = readCommandLine(QGuiApplication::arguments().mid(1));
+    if (!start) {
+        std::fputs(qPrintable(start.error()), stderr);
+        return 2;
+    }
+    const auto activation =
+        *start == Start::withWindow ? std::optional(activationToken) : std::nullopt;
     FreedesktopInstance instance;
-    const auto role = instance.claim(activationToken);
+    const auto role = instance.claim(activation);
     if (!role) {
         qCritical("Orvik Tallyview runs already but does not answer: %s", qPrintable(role.error()));
         return EXIT_FAILURE;
@@ -92,7 +130,7 @@ int runTallyview(int argc, char **argv) {
         return EXIT_SUCCESS;
     }
     OrvikTallyviewApp app(instance);
-    return app.start(activationToken) ? QGuiApplication::exec() : EXIT_FAILURE;
+    return app.start(activation) ? QGuiApplication::exec() : EXIT_FAILURE;
 }
 
 } // namespace tallyview

@@ -2,9 +2,11 @@
 
 #include "app/model/DashboardModel.h"
 #include "app/model/TaskNotificationService.h"
+#include "app/model/TaskSummary.h"
 #include "app/platform/ApplicationInstance.h"
 #include "app/platform/DesktopUrlOpener.h"
 #include "app/platform/FreedesktopAppearance.h"
+#include "app/platform/FreedesktopBackgroundPresence.h"
 #include "app/platform/FreedesktopNotificationCenter.h"
 #include "app/platform/IniUserDefaults.h"
 #include "app/shell/AppCommands.h"
@@ -23,22 +25,25 @@
 namespace tallyview {
 
 /// The application: owns the one model, the desktop behind it and the window. Main thread; lives
-/// as long as the process, which goes on when the window is closed: the model keeps watching and
-/// the window shows again when the application is activated.
+/// as long as the process, which goes on when the window is closed: the model keeps watching, the
+/// desktop shows that it does, and the window shows again when the application is activated.
 class OrvikTallyviewApp {
 public:
     /// Needs a QGuiApplication. `instance` is the session's one and outlives the application.
     explicit OrvikTallyviewApp(const ApplicationInstance &instance);
 
-    /// Opens the window; `activationToken` (may be empty) is the leave to open it in front. False
-    /// when it could not be loaded; standard error says why.
-    bool start(const QString &activationToken);
+    /// Starts to watch and opens the window; `activationToken` (may be empty) is the leave to open
+    /// it in front, and without one it stays closed. False when it could not be loaded; standard
+    /// error says why.
+    bool start(const std::optional<QString> &activationToken);
 
     /// Where the agent keeps its state, in the current user's home directory.
     static std::filesystem::path databaseURL();
 
 private:
     bool loadWindow();
+    void showPresence();
+    void loadTrayItem();
 
     const ApplicationInstance &m_instance;
     IniUserDefaults m_defaults;
@@ -48,6 +53,8 @@ private:
     TaskNotificationService m_notifications;
     AppDelegate m_appDelegate;
     DashboardModel m_model;
+    TaskSummary m_summary;
+    FreedesktopBackgroundPresence m_presence;
     AppCommands m_commands;
     WindowAppearance m_windowAppearance;
     WindowChrome m_chrome;
@@ -55,10 +62,12 @@ private:
     Workspace m_workspace;
     QQmlApplicationEngine m_engine;
     std::optional<WindowKeeper> m_windowKeeper; ///< of the engine's window
+    bool m_hasTrayItem = false;
 };
 
 /// The process: runs the application until the user or the end of the session quits it, or has
-/// the one that runs already show its window. Returns the exit status.
+/// the one that runs already show its window. Returns the exit status: 2 for arguments that it
+/// does not understand.
 int runTallyview(int argc, char **argv);
 
 } // namespace tallyview

@@ -55,6 +55,7 @@ DAEMONS = {
 
 class Desktop:
     BINARIES = os.environ["TALLYVIEW_BINARIES"]
+    PROGRAM = BINARIES + "/orvik-tallyview"
 
     def __init__(self):
         self.home = tempfile.mkdtemp(prefix="tallyview-desktop-")
@@ -97,14 +98,15 @@ class Desktop:
         return process.returncode if process else None
 
     def start_application(self, **more):
-        self.start("application", f"{self.BINARIES}/orvik-tallyview", **more)
+        self.start("application", self.PROGRAM, **more)
         until(lambda: self.find("button", "刷新任务"), "the application's window")
         self._await_refresh()
 
-    def run_application(self):
-        """Starts it a second time; its exit code."""
-        return subprocess.run([f"{self.BINARIES}/orvik-tallyview"], env=self.environment,
-                              timeout=10).returncode
+    def run_application(self, *arguments, **more):
+        """Starts it a second time; its exit code, standard output and standard error."""
+        ended = subprocess.run([self.PROGRAM, *arguments], env={**self.environment, **more},
+                               capture_output=True, text=True, timeout=10)
+        return ended.returncode, ended.stdout, ended.stderr
 
     def close_window(self):
         """Asks the window to close, as a window manager does."""
@@ -321,8 +323,6 @@ def geometry_at_rest(window):
 
 def window_titled(title):
     return int(xdotool("search", "--onlyvisible", "--name", f"^{title}$")[0])
-
-
 def close_window(title):
     """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
     window = window_titled(title)

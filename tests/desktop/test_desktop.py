@@ -6,6 +6,7 @@ import time
 import unittest
 
 from private_desktop import Atspi, Desktop, role, start_accessibility, until, window_titled
+from tray import Tray
 
 
 def setUpModule():
@@ -131,7 +132,7 @@ class Size(OnTheDesktop):
         desktop.sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 1000000)"
                     " INSERT INTO threads (id, title, cwd, updated_at_ms, rollout_path)"
                     " SELECT 'many-' || i, 'Task ' || i, '/src/' || i % 50, 1000 * unixepoch(), '' FROM n")
-        desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview")
+        desktop.start("application", desktop.PROGRAM)
         button = self.expect("button", "刷新任务")
         longest = 0
 
@@ -195,7 +196,7 @@ class LargeText(OnTheDesktop):
         self.addCleanup(desktop.choose, "text-scaling-factor", "1.0")
         for factor, least_width in [("1.5", 1650), ("1.0", 1100)]:
             desktop.choose("text-scaling-factor", factor)
-            desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview", WAYLAND_DEBUG="1")
+            desktop.start("application", desktop.PROGRAM, WAYLAND_DEBUG="1")
             told = f".set_min_size({least_width}, "
             until(lambda: any(told in line for line in desktop.complaints()), told)
             self.assertEqual(desktop.stop("application"), 0)
@@ -281,12 +282,12 @@ class Notices(OnTheDesktop):
         until(desktop.notices, "the notice of the next refresh", 45)
         # Starting it again shows the window of the one that runs.
         for _ in range(2):
-            self.assertEqual(desktop.run_application(), 0)
+            self.assertEqual(desktop.run_application(), (0, "", ""))
             self.expect("button", "刷新任务")
             desktop.close_window()
         # A start while it ends takes its place.
         desktop.processes["application"].terminate()
-        desktop.start("next", f"{desktop.BINARIES}/orvik-tallyview")
+        desktop.start("next", desktop.PROGRAM)
         self.assertEqual(desktop.processes["application"].wait(10), 0)
         self.expect("button", "刷新任务")
         self.assertEqual(desktop.stop("next"), 0)
@@ -294,7 +295,80 @@ class Notices(OnTheDesktop):
 
     def test_no_bus_is_needed(self):
         desktop = self.desktop
-        desktop.start("application", f"{desktop.BINARIES}/orvik-tallyview",
+        desktop.start("application", desktop.PROGRAM,
                       DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
         self.stored("notificationAuthorizationGranted", "false")
         self.assertEqual(desktop.stop("application"), 0)
+
+
+class Background(OnTheDesktop):
+    def tray(self):
+        tray = Tray()
+        self.addCleanup(tray.close)
+        return tray
+
+    def tells(self, tray, text):
+        until(lambda: tray.tool_tip() == f"Orvik Tallyview · {text}", text)
+
+    def window_shows(self):
+        return self.desktop.find("button", "刷新任务")
+
+    def test_a_closed_window_leaves_an_item_in_the_tray(self):
+        desktop = self.desktop
+        [thread] = self.running_threads(1)
+        desktop.start_application()
+        running = int(re.search("[0-9]+", self.expect(
+            "radio button", re.compile("^进行中，[0-9]+ 个任务$")).get_name()).group())
+        desktop.close_window()
+        first = Tray()  # later than the application
+        first.await_item()
+        first.close()
+        tray = self.tray()
+        tray.await_item()
+        self.assertTrue(any(any(pixels) for _, _, pixels in tray.property("IconPixmap")))
+        self.tells(tray, f"{running} 个任务进行中")
+        tray.click()
+        until(self.window_shows, "the window, by a click")
+        desktop.close_window()
+        self.assertEqual(list(tray.menu()), ["显示窗口", "刷新索引", "退出"])
+        desktop.complete_task(thread)
+        tray.choose("刷新索引")
+        self.tells(tray, f"{running - 1} 个任务进行中")
+        desktop.sql("ALTER TABLE threads RENAME TO others")
+        tray.choose("刷新索引")
+        self.tells(tray, "读取失败")
+        self.assertFalse(self.window_shows())
+        tray.choose("显示窗口")
+        until(self.window_shows, "the window, by the menu")
+        tray.choose("退出")
+        self.assertEqual(desktop.processes["application"].wait(10), 0)
+        self.quiet()
+
+    def test_it_starts_without_a_window(self):
+        desktop = self.desktop
+        desktop.start_daemon()
+        [thread] = self.running_threads(1)
+        tray = self.tray()
+        desktop.start("application", desktop.PROGRAM, "--background")
+        tray.await_item()
+        until(lambda: "任务进行中" in tray.tool_tip(), "the first refresh")
+        desktop.complete_task(thread)
+        tray.choose("刷新索引")
+        until(desktop.notices, "the notice")
+        self.assertEqual(desktop.run_application("--background"), (0, "", ""))
+        time.sleep(1)
+        self.assertFalse(self.window_shows())
+        self.assertEqual(desktop.run_application(), (0, "", ""))
+        until(self.window_shows, "the window")
+        self.quiet()
+
+    def test_the_command_line_is_answered(self):
+        desktop = self.desktop
+        [code, usage, complaint] = desktop.run_application("--help", DISPLAY="")
+        self.assertRegex(usage, "^Usage: orvik-tallyview .*(\n.*)*--background ")
+        self.assertEqual([code, complaint], [0, ""])
+        self.assertRegex(desktop.run_application("--version", DISPLAY="")[1],
+                         "^orvik-tallyview [0-9.]+\n$")
+        for mistake in "--backgrounds", "background", "-b":
+            self.assertEqual(desktop.run_application("--background", mistake), (
+                2, "", f'orvik-tallyview: what is "{mistake}"?\n{usage}'))

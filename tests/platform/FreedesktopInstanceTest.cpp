@@ -112,14 +112,14 @@ private slots:
 
     void takesThePlaceOfOneThatEndsWhenAsked() {
         const SilentApplication ending(true);
-        QCOMPARE(text(FreedesktopInstance(busOf("launcher"), 5s).claim({})), "primary");
+        QCOMPARE(text(FreedesktopInstance(busOf("launcher"), 5s).claim("")), "primary");
     }
 
     void doesNotJoinOneThatDoesNotAnswer() {
         const SilentApplication silent(false);
         QElapsedTimer time;
         time.start();
-        QVERIFY(text(FreedesktopInstance(busOf("launcher"), 200ms).claim({}))
+        QVERIFY(text(FreedesktopInstance(busOf("launcher"), 200ms).claim(""))
                     .startsWith("error: Did not receive a reply"));
         QVERIFY(time.elapsed() < 5'000);
     }

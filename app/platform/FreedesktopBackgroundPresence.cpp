@@ -1,0 +1,59 @@
+#include "app/platform/FreedesktopBackgroundPresence.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <utility>
+
+namespace tallyview {
+
+namespace {
+
+const QString trayService = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+} // namespace
+
+FreedesktopBackgroundPresence::FreedesktopBackgroundPresence(const QDBusConnection &bus,
+                                                             QObject *parent)
+    : BackgroundPresence(parent)
+    , m_bus(bus)
+    , m_trayWatcher(trayService, bus) {
+    connect(&m_trayWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &newOwner) {
+                setHasTray(!newOwner.isEmpty());
+            });
+    askForTray();
+}
+
+/// An older portal does not know the call and refuses it as it refuses a program without a
+/// sandbox: nobody waits for the reply.
+void FreedesktopBackgroundPresence::describe(const QString &message) {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Desktop"),
+        QStringLiteral("/org/freedesktop/portal/desktop"),
+        QStringLiteral("org.freedesktop.portal.Background"), QStringLiteral("SetStatus"));
+    call.setArguments({QVariantMap{{QStringLiteral("message"), message}}});
+    m_bus.send(call);
+}
+
+void FreedesktopBackgroundPresence::askForTray() {
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
+                                                       bus, QStringLiteral("NameHasOwner"));
+    call.setArguments({trayService});
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<bool> reply = *watcher;
+        watcher->deleteLater();
+        setHasTray(!reply.isError() && reply.value());
+    });
+}
+
+void FreedesktopBackgroundPresence::setHasTray(bool hasTray) {
+    if (std::exchange(m_hasTray, hasTray) != hasTray) {
+        emit hasTrayChanged();
+    }
+}
+
+} // namespace tallyview

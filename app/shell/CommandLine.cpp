@@ -1,0 +1,39 @@
+#include "app/shell/CommandLine.h"
+
+namespace tallyview {
+
+namespace {
+
+const QString usage = QStringLiteral("Usage: orvik-tallyview [OPTION]\n"
+                                     "\n"
+                                     "  --background  start without a window and watch\n"
+                                     "  --help        tell this and end\n"
+                                     "  --version     tell the version and end\n"
+                                     "\n"
+                                     "Qt's own options are understood too.\n");
+
+} // namespace
+
+std::optional<QString> commandLineAnswer(const QStringList &arguments) {
+    if (arguments.contains(QLatin1String("--help"))) {
+        return usage;
+    }
+    if (arguments.contains(QLatin1String("--version"))) {
+        return QStringLiteral("orvik-tallyview " TALLYVIEW_VERSION "\n");
+    }
+    return std::nullopt;
+}
+
+std::expected<Start, QString> readCommandLine(const QStringList &arguments) {
+    Start start = Start::withWindow;
+    for (const QString &argument : arguments) {
+        if (argument != QLatin1String("--background")) {
+            return std::unexpected(
+                QStringLiteral("orvik-tallyview: what is \"%1\"?\n%2").arg(argument, usage));
+        }
+        start = Start::inBackground;
+    }
+    return start;
+}
+
+} // namespace tallyview

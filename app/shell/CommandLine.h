@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QStringList>
+
+#include <expected>
+#include <optional>
+
+namespace tallyview {
+
+/// How the process starts.
+enum class Start {
+    withWindow,
+    inBackground ///< watching, without a window until one is asked for
+};
+
+/// What `--help` or `--version` asks to be told on standard output, or nothing where neither is
+/// among the arguments. Needs no application, so it is told without a display too.
+std::optional<QString> commandLineAnswer(const QStringList &arguments);
+
+/// Reads the arguments that Qt has left, without the program's name. The error, a text for people:
+/// what is not understood, and the usage.
+std::expected<Start, QString> readCommandLine(const QStringList &arguments);
+
+} // namespace tallyview
