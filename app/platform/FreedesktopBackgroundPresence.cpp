@@ -1,5 +1,8 @@
 #include "app/platform/FreedesktopBackgroundPresence.h"
 
+#include "app/platform/BusCall.h"
+#include "app/platform/SettingsPortal.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -30,18 +33,14 @@ FreedesktopBackgroundPresence::FreedesktopBackgroundPresence(const QDBusConnecti
 /// sandbox: nobody waits for the reply.
 void FreedesktopBackgroundPresence::describe(const QString &message) {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"),
-        QStringLiteral("/org/freedesktop/portal/desktop"),
+        SettingsPortal::service, SettingsPortal::path,
         QStringLiteral("org.freedesktop.portal.Background"), QStringLiteral("SetStatus"));
     call.setArguments({QVariantMap{{QStringLiteral("message"), message}}});
     m_bus.send(call);
 }
 
 void FreedesktopBackgroundPresence::askForTray() {
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
-                                                       bus, QStringLiteral("NameHasOwner"));
-    call.setArguments({trayService});
+    const QDBusMessage call = busCall(QStringLiteral("NameHasOwner"), {trayService});
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<bool> reply = *watcher;
