@@ -83,7 +83,8 @@ SoftScrollView {
                         width: cell.width
                         onHeightChanged: cell.height = height
                         onClicked: scroll.selected(row.key)
-                        onHoveredChanged: cell.offerHelp(hovered)
+                        // The pointer may leave it as it goes, when its cell is gone already.
+                        onHoveredChanged: cell?.offerHelp(hovered)
                         onActiveFocusChanged: cell.holdsFocus = activeFocus
                     }
                 }
