@@ -15,7 +15,7 @@ namespace tallyview {
 
 namespace {
 
-/// A template, so that what a Qt does not have is not looked up.
+/// A template, so that it compiles with a Qt that lacks these members.
 template <typename Hints>
 void choose([[maybe_unused]] Hints &hints, std::optional<bool> dark) {
     if constexpr (requires { hints.unsetColorScheme(); }) {

@@ -29,8 +29,8 @@ FreedesktopBackgroundPresence::FreedesktopBackgroundPresence(const QDBusConnecti
     askForTray();
 }
 
-/// An older portal does not know the call and refuses it as it refuses a program without a
-/// sandbox: nobody waits for the reply.
+/// Nobody waits for the reply: an old portal does not know the call, and any refuses it to a
+/// program outside a sandbox.
 void FreedesktopBackgroundPresence::describe(const QString &message) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         SettingsPortal::service, SettingsPortal::path,

@@ -13,7 +13,6 @@ namespace tallyview {
 
 namespace {
 
-constexpr auto patience = std::chrono::milliseconds(500);
 constexpr qreal usualResolution = 96;
 constexpr qreal usualPointSize = 10;
 
@@ -93,7 +92,7 @@ QMap<QByteArray, QByteArray> textScaleVariables(const QProcessEnvironment &envir
 }
 
 // The bus of the process itself is to be opened by its application, which does not exist yet.
-TextScale::TextScale() {
+TextScale::TextScale(std::chrono::milliseconds patience) {
     const QString name = QStringLiteral("text scale");
     const auto environment = QProcessEnvironment::systemEnvironment();
     const TextSettings settings = readTextSettings(

@@ -26,8 +26,9 @@ TextSettings readTextSettings(const QDBusConnection &bus, const QProcessEnvironm
 /// Factors are held between 0.5 and 3; what is no factor counts as 1, which needs no variable.
 ///
 /// On X11 GNOME itself has its factor in the resolution of texts (Xft.dpi), by which Qt scales
-/// windows. It becomes that resolution on Wayland, which has none, and there alone, whichever of
-/// the two Qt comes to use. KDE's font size is on neither part of the resolution. Pure.
+/// windows. On Wayland, which has no such resolution, it becomes one that Qt heeds there alone, so
+/// it need not be known which of the two Qt comes to use. KDE's font size is in no resolution.
+/// Pure.
 QMap<QByteArray, QByteArray> textScaleVariables(const QProcessEnvironment &environment,
                                                 const TextSettings &settings);
 
@@ -36,8 +37,9 @@ QMap<QByteArray, QByteArray> textScaleVariables(const QProcessEnvironment &envir
 /// at that time. Programs that are started later do not inherit it. Main thread.
 class TextScale {
 public:
-    /// Asks the session's portal; a desktop that does not answer soon has no text scaling.
-    TextScale();
+    /// Asks the session's portal; a desktop that does not answer within `patience` has no text
+    /// scaling.
+    explicit TextScale(std::chrono::milliseconds patience);
     ~TextScale();
     Q_DISABLE_COPY_MOVE(TextScale)
 

@@ -11,6 +11,7 @@ const QString usage = QStringLiteral("Usage: orvik-tallyview [OPTION]\n"
                                      "  --version     tell the version and end\n"
                                      "\n"
                                      "Qt's own options are understood too.\n");
+const QString background = QStringLiteral("--background");
 
 } // namespace
 
@@ -24,10 +25,12 @@ std::optional<QString> commandLineAnswer(const QStringList &arguments) {
     return std::nullopt;
 }
 
+bool isInBackground(const QStringList &arguments) { return arguments.contains(background); }
+
 std::expected<Start, QString> readCommandLine(const QStringList &arguments) {
     Start start = Start::withWindow;
     for (const QString &argument : arguments) {
-        if (argument != QLatin1String("--background")) {
+        if (argument != background) {
             return std::unexpected(
                 QStringLiteral("orvik-tallyview: what is \"%1\"?\n%2").arg(argument, usage));
         }

@@ -17,6 +17,9 @@ enum class Start {
 /// among the arguments. Needs no application, so it is told without a display too.
 std::optional<QString> commandLineAnswer(const QStringList &arguments);
 
+/// Whether the arguments, Qt's own among them, ask for no window. Needs no application.
+bool isInBackground(const QStringList &arguments);
+
 /// Reads the arguments that Qt has left, without the program's name. The error, a text for people:
 /// what is not understood, and the usage.
 std::expected<Start, QString> readCommandLine(const QStringList &arguments);

@@ -21,14 +21,14 @@ T.ApplicationWindow {
     property int leastWidth: 1100
     property int leastHeight: 700
     readonly property int barsHeight: chrome.height + bar.implicitHeight
-    /// What panels may take of a screen.
+    // What panels may take of a screen that is too small.
     readonly property int screenMargin: 64
 
     title: "Orvik Tallyview"
     width: 1440
     height: 900 + barsHeight
-    minimumWidth: Math.min(leastWidth, Screen.width - screenMargin)
-    minimumHeight: Math.min(leastHeight + barsHeight, Screen.height - screenMargin)
+    minimumWidth: leastWidth <= Screen.width ? leastWidth : Screen.width - screenMargin
+    minimumHeight: leastHeight + barsHeight <= Screen.height ? leastHeight + barsHeight : Screen.height - screenMargin
     color: SoftTheme.canvas
     menuBar: Column {
         TitleBar {
@@ -61,6 +61,11 @@ T.ApplicationWindow {
         property: "unseen"
         value: !window.visible || window.visibility === Window.Minimized
     }
+    Binding {
+        target: SoftTheme
+        property: "windowRim"
+        value: window.chrome.rimShown ? 5 : 0
+    }
     WindowRim {
         parent: window.contentItem.parent
         z: 3
@@ -72,7 +77,7 @@ T.ApplicationWindow {
         clip: false
         contentWidth: Math.max(width, window.leastWidth)
         contentHeight: Math.max(height, window.leastHeight)
-        scrollersLast: true
+        scrollersStay: true
 
         ContentView {
             width: parent.width

@@ -17,9 +17,10 @@ namespace tallyview {
 
 namespace {
 
-/// Qt's application, with windows as large as the desktop wants texts.
-QGuiApplication makeApplication(int &argc, char **argv) {
-    const TextScale scale;
+/// Qt's application, with windows as large as the desktop wants texts. Nobody waits for one that
+/// starts in the background, as it does at login when the desktop is not all there yet.
+QGuiApplication makeApplication(int &argc, char **argv, bool inBackground) {
+    const TextScale scale(inBackground ? std::chrono::seconds(10) : std::chrono::milliseconds(500));
     return QGuiApplication(argc, argv);
 }
 
@@ -98,14 +99,15 @@ void OrvikTallyviewApp::loadTrayItem() {
 }
 
 int runTallyview(int argc, char **argv) {
-    if (const auto answer = commandLineAnswer(QStringList(argv + 1, argv + argc))) {
+    const QStringList arguments(argv + 1, argv + argc);
+    if (const auto answer = commandLineAnswer(arguments)) {
         std::fputs(qPrintable(*answer), stdout);
         return EXIT_SUCCESS;
     }
     const QString activationToken = FreedesktopInstance::environmentToken();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     chooseSceneRenderer();
-    const QGuiApplication application = makeApplication(argc, argv);
+    const QGuiApplication application = makeApplication(argc, argv, isInBackground(arguments));
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvik Tallyview"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.orvik.Tallyview"));

@@ -5,8 +5,8 @@ import Orvik.Tallyview.Theme
 Item {
     id: rim
 
-    readonly property int edge: 5
-    readonly property int corner: 14
+    readonly property real edge: SoftTheme.windowRim
+    readonly property real corner: 14
 
     component Grip: MouseArea {
         required property int edges
@@ -57,16 +57,17 @@ Item {
         cursorShape: Qt.SizeHorCursor
         edges: Qt.RightEdge
     }
+    // No deeper than the edge: the title bar's buttons are near.
     Grip {
         width: rim.corner
-        height: rim.corner
+        height: rim.edge
         cursorShape: Qt.SizeFDiagCursor
         edges: Qt.TopEdge | Qt.LeftEdge
     }
     Grip {
         anchors.right: parent.right
         width: rim.corner
-        height: rim.corner
+        height: rim.edge
         cursorShape: Qt.SizeBDiagCursor
         edges: Qt.TopEdge | Qt.RightEdge
     }

@@ -41,8 +41,8 @@ Item {
 
     parent: flickable
     z: 1
-    x: vertical && parent ? parent.width - width : 0
-    y: !vertical && parent ? parent.height - height : 0
+    x: vertical && parent ? parent.width - width - SoftTheme.windowRim : 0
+    y: !vertical && parent ? parent.height - height - SoftTheme.windowRim : 0
     width: vertical ? reach : viewLength
     height: vertical ? viewLength : reach
     visible: needed

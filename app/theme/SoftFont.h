@@ -9,11 +9,10 @@ namespace tallyview {
 
 /// The fonts of the interface, for QML and C++; main thread only.
 ///
-/// Every list of families ends in "Noto Sans CJK SC", no family before which
-/// draws Han characters in other than the Simplified Chinese forms, whatever
-/// the locale and the desktop's own font, and "Noto Color Emoji". Without the
-/// latter the system's fallbacks draw those emoji that an ordinary font has too,
-/// as 😀, without colour.
+/// Every list of families ends in "Noto Sans CJK SC" and "Noto Color Emoji". No
+/// family before these draws Han characters in other than the Simplified Chinese
+/// forms, whatever the locale and the desktop's own font; and emoji that an
+/// ordinary font has too, as 😀, are drawn in colour.
 class SoftFont : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -16,7 +16,7 @@ Flickable {
     /// Kept free around a control that comes into view; its focus ring needs some.
     property real revealMargin: 4
     /// Whether the scrollers show all the time.
-    property bool scrollersLast: false
+    property bool scrollersStay: false
 
     readonly property Item focusedItem: Window.activeFocusItem
 
@@ -60,16 +60,21 @@ Flickable {
 
     function reveal(item: Item) {
         const place = item.mapToItem(contentItem, 0, 0);
-        const top = place.y;
-        const left = place.x;
-        if (left - revealMargin < contentX)
-            scrollAcrossTo(left - revealMargin);
-        else if (left + item.width + revealMargin > contentX + width)
-            scrollAcrossTo(left + item.width + revealMargin - width);
-        if (top - revealMargin < contentY)
-            scrollTo(top - revealMargin, true);
-        else if (top + item.height + revealMargin > contentY + height)
-            scrollTo(top + item.height + revealMargin - height, true);
+        if (place.x - revealMargin < contentX)
+            scrollAcrossTo(place.x - revealMargin);
+        else if (place.x + item.width + revealMargin > contentX + width)
+            scrollAcrossTo(place.x + item.width + revealMargin - width);
+        if (place.y - revealMargin < contentY)
+            scrollTo(place.y - revealMargin, true);
+        else if (place.y + item.height + revealMargin > contentY + height)
+            scrollTo(place.y + item.height + revealMargin - height, true);
+    }
+
+    /// Whether the keyboard has brought the focus to `item`. What is no control does not tell; as tall
+    /// as the view it would jump about under the mouse.
+    function isReached(item: Item): bool {
+        const control = item as T.Control;
+        return control ? control.visualFocus : item.activeFocusOnTab && item.height < height;
     }
 
     clip: true
@@ -77,19 +82,15 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
     onFocusedItemChanged: {
-        const control = focusedItem as T.Control;
-        if (!control || !control.visualFocus)
-            return;
-        for (let item = control.parent; item; item = item.parent) {
-            if (item === contentItem)
-                reveal(control);
+        for (let item = focusedItem?.parent; item; item = item.parent) {
+            if (item === contentItem && isReached(focusedItem))
+                reveal(focusedItem);
         }
     }
     onLowestTopChanged: {
         if (!glide.running && contentY > lowestTop)
             contentY = lowestTop;
     }
-
     onFarthestLeftChanged: scrollAcrossTo(contentX)
 
     HoverAnimation {
@@ -120,26 +121,30 @@ Flickable {
         }
     }
     DragHandler {
-        property point last
+        property real lastY: 0
+        property real startX: 0
 
         target: null
         acceptedDevices: PointerDevice.TouchScreen
         xAxis.enabled: view.farthestLeft > 0
         yAxis.enabled: view.lowestTop > 0
-        onActiveChanged: last = Qt.point(0, 0)
+        onActiveChanged: {
+            lastY = 0;
+            startX = view.contentX;
+        }
         onTranslationChanged: {
-            view.scrollAcrossTo(view.contentX + last.x - translation.x);
-            view.scrollBy(last.y - translation.y, false);
-            last = Qt.point(translation.x, translation.y);
+            view.scrollAcrossTo(startX - translation.x);
+            view.scrollBy(lastY - translation.y, false);
+            lastY = translation.y;
         }
     }
     SlimScroller {
         flickable: view
-        lasting: view.scrollersLast
+        lasting: view.scrollersStay
     }
     SlimScroller {
         flickable: view
-        lasting: view.scrollersLast
+        lasting: view.scrollersStay
         orientation: Qt.Horizontal
     }
 }

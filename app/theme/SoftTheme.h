@@ -10,7 +10,7 @@
 namespace tallyview {
 
 /// The look in effect, for QML: one object per engine, main thread only.
-/// The shell writes `dark`, `reducedMotion` and `unseen`; everything else follows.
+/// The shell writes `dark`, `reducedMotion`, `unseen` and `windowRim`; everything else follows.
 class SoftTheme : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -22,6 +22,9 @@ class SoftTheme : public QObject {
     Q_PROPERTY(bool unseen MEMBER m_unseen NOTIFY motionChanged)
     /// Nothing moves, for either reason.
     Q_PROPERTY(bool still READ still NOTIFY motionChanged)
+
+    /// Points along the edges of the window that resize it; scrollers keep clear of them.
+    Q_PROPERTY(double windowRim MEMBER m_windowRim NOTIFY windowRimChanged)
 
     Q_PROPERTY(QColor canvas READ canvas NOTIFY darkChanged)
     Q_PROPERTY(QColor raisedSurface READ raisedSurface NOTIFY darkChanged)
@@ -98,6 +101,7 @@ public:
 signals:
     void darkChanged();
     void motionChanged();
+    void windowRimChanged();
 
 private:
     const SoftPalette &current() const { return palette(m_dark); }
@@ -106,6 +110,7 @@ private:
     bool m_dark = false;
     bool m_reducedMotion = false;
     bool m_unseen = false;
+    double m_windowRim = 0;
 };
 
 } // namespace tallyview

@@ -323,6 +323,8 @@ def geometry_at_rest(window):
 
 def window_titled(title):
     return int(xdotool("search", "--onlyvisible", "--name", f"^{title}$")[0])
+
+
 def close_window(title):
     """Sends WM_DELETE_WINDOW to the window with a title; there is no window manager here."""
     window = window_titled(title)

@@ -114,7 +114,7 @@ private slots:
             return qgetenv("QT_SCALE_FACTOR") + " " + qgetenv("QT_WAYLAND_FORCE_DPI");
         };
         QCOMPARE(answered([&] {
-                     const TextScale scale;
+                     const TextScale scale(std::chrono::seconds(5));
                      return scales();
                  }),
                  "2.4 120");
