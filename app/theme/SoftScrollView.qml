@@ -73,8 +73,9 @@ Flickable {
     /// Whether the keyboard has brought the focus to `item`. What is no control does not tell; as tall
     /// as the view it would jump about under the mouse.
     function isReached(item: Item): bool {
-        const control = item as T.Control;
-        return control ? control.visualFocus : item.activeFocusOnTab && item.height < height;
+        if (item instanceof T.Control)
+            return (item as T.Control).visualFocus;
+        return item.activeFocusOnTab && item.height < height;
     }
 
     clip: true
@@ -82,8 +83,8 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
     onFocusedItemChanged: {
-        for (let item = focusedItem?.parent; item; item = item.parent) {
-            if (item === contentItem && isReached(focusedItem))
+        for (let item = focusedItem; item; item = item.parent) {
+            if (item.parent === contentItem && isReached(focusedItem))
                 reveal(focusedItem);
         }
     }
