@@ -10,8 +10,7 @@ namespace {
 
 constexpr qint64 daySeconds = 86400;
 
-/// The first second at which the clock is ahead by `offset`, as it is at `time` and not yet at
-/// `before`.
+/// The first second after `before` at which the clock is ahead by `offset`; at `time` it is.
 qint64 firstWith(qint64 offset, qint64 before, qint64 time, const UtcOffset &utcOffset) {
     while (time - before > 1) {
         const qint64 middle = before + (time - before) / 2;
@@ -22,7 +21,8 @@ qint64 firstWith(qint64 offset, qint64 before, qint64 time, const UtcOffset &utc
 
 /// The first second whose date is `day`; whose date is later, where the clock skips `day`.
 ///
-/// No clock has changed twice within these three days.
+/// Takes the clock to change at most once from a day before to a day after; none has done
+/// otherwise.
 qint64 startOfDay(QDate day, const UtcOffset &utcOffset) {
     const qint64 midnight = QDate(1970, 1, 1).daysTo(day) * daySeconds;
     const qint64 before = utcOffset(midnight - daySeconds);

@@ -2,9 +2,12 @@
 
 #include "app/model/ModelObserver.h"
 
+#include <cstdint>
+#include <optional>
+
 namespace tallyview {
 
-/// The tasks in one line, for where the desktop shows the application without its window.
+/// One line about the tasks, for where the desktop shows the application without its window.
 class TaskSummary : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT

@@ -7,12 +7,13 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 /// How the views write times and counts.
 namespace tallyview::ThreadFormatting {
 
-/// What a clock shows at `time`, which is taken for UTC in the result.
+/// Date and time on the clock at `time`, in a value that counts as UTC.
 QDateTime clockTime(Instant time, const UtcOffset &utcOffset);
 
 /// "2024/03/07 09:05" as the clock shows it; "未知" for an absent instant.
@@ -26,7 +27,7 @@ QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcO
 using Number = std::function<QString(std::int64_t)>;
 
 /// In the digits and groups of the language and region of `locale` ("de_CH.UTF-8"); in plain digits
-/// where these give no result. To be made once and kept.
+/// where ICU fails. To be made once and kept.
 Number numberIn(const QByteArray &locale);
 
 } // namespace tallyview::ThreadFormatting

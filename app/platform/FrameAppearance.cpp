@@ -25,7 +25,8 @@ void choose([[maybe_unused]] Hints &hints, std::optional<bool> dark) {
 }
 
 #if QT_CONFIG(xcb)
-xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name) {
+/// Waits for the display server, which answers at once; once in the life of the process.
+xcb_atom_t internAtom(xcb_connection_t *connection, const QByteArray &name) {
     const auto cookie = xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name);
     xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(connection, cookie, nullptr);
     const xcb_atom_t found = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
@@ -44,11 +45,12 @@ void tellWindowManager([[maybe_unused]] QWindow &window, [[maybe_unused]] bool d
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         xcb_connection_t *connection =
             qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+        static const xcb_atom_t variantAtom = internAtom(connection, "_GTK_THEME_VARIANT");
+        static const xcb_atom_t textAtom = internAtom(connection, "UTF8_STRING");
         const QByteArray variant = dark ? "dark" : "light";
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
-                            static_cast<xcb_window_t>(window.winId()),
-                            atom(connection, "_GTK_THEME_VARIANT"), atom(connection, "UTF8_STRING"),
-                            8, static_cast<uint32_t>(variant.size()), variant.constData());
+                            static_cast<xcb_window_t>(window.winId()), variantAtom, textAtom, 8,
+                            static_cast<uint32_t>(variant.size()), variant.constData());
         xcb_flush(connection);
     }
 #endif

@@ -12,7 +12,7 @@ namespace tallyview {
 void chooseFrames(std::optional<bool> dark);
 
 /// Tells the window manager of an X11 desktop whether the frame of `window` is to be dark; does
-/// nothing elsewhere. It is forgotten with the native window.
+/// nothing elsewhere. To be repeated for each new native window.
 void tellWindowManager(QWindow &window, bool dark);
 
 } // namespace tallyview

@@ -2,7 +2,6 @@
 
 #include "app/platform/BusCall.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDeadlineTimer>

@@ -43,7 +43,8 @@ QString errorText(const QDBusMessage &reply) {
     return reply.errorMessage().isEmpty() ? reply.errorName() : reply.errorMessage();
 }
 
-/// From the bus's answers to starting a daemon, which fails for some that run, and to where it is.
+/// The daemon's unique name, or why there is none. To start one fails also where one runs that the
+/// bus cannot start.
 std::expected<QString, QString> daemonOf(const QDBusMessage &start, const QDBusMessage &owner) {
     if (owner.type() == QDBusMessage::ReplyMessage) {
         return owner.arguments().value(0).toString();
@@ -171,6 +172,8 @@ QDBusConnection FreedesktopNotificationCenter::bus() {
         return open;
     }
     QDBusConnection::disconnectFromBus(m_connectionName);
+    m_shown.clear(); // another bus counts its names anew
+    m_activated.clear();
     auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
     // From whichever daemon: find() tells whether it is the one that showed the notice.
     bus.connect(QString(), daemonPath, daemonService, QStringLiteral("ActivationToken"), this,
@@ -200,8 +203,8 @@ void FreedesktopNotificationCenter::askDaemon(Reply reply) {
          std::move(reply));
 }
 
-/// Finds the daemon that is there now; where none runs the bus is to start one. The notice then
-/// goes to just that one, as Qt does not tell who sent a reply.
+/// Has the bus start a daemon where none runs, and finds its unique name: ids count for one daemon
+/// only, and a reply does not tell who sent it.
 void FreedesktopNotificationCenter::findDaemon(Found found) {
     call(busCall(QStringLiteral("StartServiceByName"), {daemonService, 0U}), m_patience,
          [this, found = std::move(found)](const QDBusMessage &start) {

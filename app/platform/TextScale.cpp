@@ -91,7 +91,7 @@ QMap<QByteArray, QByteArray> textScaleVariables(const QProcessEnvironment &envir
     return variables;
 }
 
-// The bus of the process itself is to be opened by its application, which does not exist yet.
+// A connection of its own: Qt's must not be opened before its application exists.
 TextScale::TextScale(std::chrono::milliseconds patience) {
     const QString name = QStringLiteral("text scale");
     const auto environment = QProcessEnvironment::systemEnvironment();

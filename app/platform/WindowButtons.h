@@ -15,7 +15,7 @@ struct WindowButtons {
     /// What a text as "appmenu:minimize,close" stands for: two lists with a colon between them.
     /// Names of other things in a title bar are passed over.
     static WindowButtons fromLayout(const QString &layout);
-    /// What a desktop that does not say has.
+    /// Where the desktop names none.
     static WindowButtons all();
 };
 
