@@ -2,6 +2,8 @@
 
 #include "app/model/TaskNotificationService.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 namespace tallyview {
@@ -20,6 +22,8 @@ void AppCommands::openSelected() const {
 void AppCommands::refresh() const { model()->refresh(); }
 
 void AppCommands::sendTestNotification() const { m_notifications.sendTestNotification(); }
+
+void AppCommands::quit() { QCoreApplication::quit(); }
 
 void AppCommands::update() {
     const bool canOpen = model()->selectedThread().has_value();

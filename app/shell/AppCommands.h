@@ -25,6 +25,8 @@ public:
     /// Starts a refresh and does not wait for it.
     Q_INVOKABLE void refresh() const;
     Q_INVOKABLE void sendTestNotification() const;
+    /// Ends the process, not just the window.
+    Q_INVOKABLE static void quit();
 
 signals:
     void canOpenSelectedChanged();

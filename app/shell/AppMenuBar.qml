@@ -56,7 +56,7 @@ T.MenuBar {
         AppAction {
             text: "退出"
             shortcut: "Ctrl+Q"
-            onTriggered: Qt.quit()
+            onTriggered: menuBar.commands.quit()
         }
     }
     AppMenu {

@@ -31,7 +31,7 @@ SystemTrayIcon {
         }
         MenuItem {
             text: "退出"
-            onTriggered: Qt.quit()
+            onTriggered: item.commands.quit()
         }
     }
 }
