@@ -5,13 +5,13 @@
 //
 // Changes threads of the home, which is a sample.
 
-#include "app/model/DetailState.h"
-#include "app/model/ProjectNavigation.h"
-#include "app/model/SidebarState.h"
-#include "app/model/ThreadIndexContent.h"
-#include "app/model/ThreadIndexState.h"
 #include "app/platform/UrlOpener.h"
 #include "app/platform/UserDefaults.h"
+#include "app/presentation/DetailState.h"
+#include "app/presentation/ProjectNavigation.h"
+#include "app/presentation/SidebarState.h"
+#include "app/presentation/ThreadIndexContent.h"
+#include "app/presentation/ThreadIndexState.h"
 #include "core/OrvikThreadStore.h"
 
 #include "bench/Ratio.h"

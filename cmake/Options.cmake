@@ -31,3 +31,17 @@ function(tallyview_bundle_generated_code target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16
     UNITY_BUILD_CODE_BEFORE_INCLUDE "#pragma GCC diagnostic ignored \"-Wshadow\"")
 endfunction()
+
+# tallyview_qml_module(NAME [SOURCES ...] [QML_FILES ...] [DEPENDENCIES ...]): the folder's library,
+# tallyview_<name>, and its QML module, Orvik.Tallyview.<Name>.
+function(tallyview_qml_module name)
+  string(TOLOWER tallyview_${name} target)
+  qt_add_qml_module(${target} STATIC VERSION 1.0
+    URI Orvik.Tallyview.${name}
+    RESOURCE_PREFIX /qt/qml
+    OUTPUT_DIRECTORY "${QT_QML_OUTPUT_DIRECTORY}/Orvik/Tallyview/${name}"
+    ${ARGN})
+  # The registration code that Qt generates includes the headers by name alone.
+  target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+  tallyview_bundle_generated_code(${target})
+endfunction()

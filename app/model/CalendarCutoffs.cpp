@@ -1,8 +1,9 @@
 #include "app/model/CalendarCutoffs.h"
 
-#include "app/model/ThreadFormatting.h"
+#include <QTimeZone>
 
-#include <QDate>
+#include <algorithm>
+#include <cmath>
 
 namespace tallyview {
 
@@ -38,11 +39,19 @@ qint64 startOfDay(QDate day, const UtcOffset &utcOffset) {
 
 } // namespace
 
+QDateTime clockTime(Instant time, const UtcOffset &utcOffset) {
+    // A damaged row may hold any number; the calendar ends somewhere.
+    constexpr double latest = 8.64e12;
+    const auto seconds = static_cast<qint64>(
+        std::clamp(std::floor(time.time_since_epoch().count()), -latest, latest));
+    return QDateTime::fromSecsSinceEpoch(seconds + utcOffset(seconds), QTimeZone::utc());
+}
+
 CalendarCutoffs CalendarCutoffs::at(Instant now, const UtcOffset &utcOffset) {
     const auto startOf = [&utcOffset](QDate day) {
         return Instant(std::chrono::seconds(startOfDay(day, utcOffset)));
     };
-    const QDate today = ThreadFormatting::clockTime(now, utcOffset).date();
+    const QDate today = clockTime(now, utcOffset).date();
     const QDate weekStart = today.addDays(-6);
     CalendarCutoffs cutoffs;
     cutoffs.now = now;

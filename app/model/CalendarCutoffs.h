@@ -3,6 +3,8 @@
 #include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
+#include <QDateTime>
+
 #include <limits>
 
 namespace tallyview {
@@ -10,6 +12,9 @@ namespace tallyview {
 /// Before every other instant; stands in for a missing one in comparisons.
 inline constexpr Instant distantPast{
     std::chrono::duration<double>(-std::numeric_limits<double>::infinity())};
+
+/// Date and time on the clock at `time`, in a value that counts as UTC.
+QDateTime clockTime(Instant time, const UtcOffset &utcOffset);
 
 /// The instants that separate the time buckets, for one moment and one clock.
 ///

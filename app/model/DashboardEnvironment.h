@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/model/ThreadFormatting.h"
 #include "app/platform/Pasteboard.h"
 #include "app/platform/UserRegion.h"
 #include "core/ThreadRecord.h"
 
+#include <QByteArray>
 #include <QLocale>
 
 #include <chrono>
@@ -29,8 +29,8 @@ struct DashboardEnvironment {
     Pasteboard &pasteboard = generalPasteboard();
     std::function<Instant()> now = systemNow;
     std::function<UtcOffset()> utcOffset = userUtcOffset; ///< called for each evaluation
-    ThreadFormatting::Number number = ThreadFormatting::numberIn(userNumberLocale());
-    QLocale collationLocale = userCollation(); ///< orders project names
+    QByteArray numberLocale = userNumberLocale();         ///< writes numbers
+    QLocale collationLocale = userCollation();            ///< orders project names
     std::chrono::milliseconds refreshInterval = std::chrono::seconds(30);
 };
 

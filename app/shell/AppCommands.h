@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/model/ModelObserver.h"
+#include "app/presentation/ModelObserver.h"
 
 #include <QtQmlIntegration>
 

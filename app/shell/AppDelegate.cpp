@@ -1,7 +1,7 @@
 #include "app/shell/AppDelegate.h"
 
+#include "app/drawing/AppAssets.h"
 #include "app/model/TaskNotificationService.h"
-#include "app/theme/AppAssets.h"
 
 #include <QGuiApplication>
 

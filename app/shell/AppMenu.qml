@@ -1,5 +1,5 @@
 import Orvik.Tallyview.Shell
-import Orvik.Tallyview.Theme
+import Orvik.Tallyview.Controls
 
 // A menu of the menu bar.
 SoftMenu {

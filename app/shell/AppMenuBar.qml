@@ -1,6 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Shell
+import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 // The menu bar of the window.

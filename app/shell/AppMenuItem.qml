@@ -1,5 +1,5 @@
 import Orvik.Tallyview.Shell
-import Orvik.Tallyview.Theme
+import Orvik.Tallyview.Controls
 
 // One command of a menu with its shortcut.
 SoftMenuItem {

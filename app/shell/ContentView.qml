@@ -2,9 +2,10 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Orvik.Tallyview.Shell
-import Orvik.Tallyview.Model
-import Orvik.Tallyview.Theme
 import Orvik.Tallyview.Views
+import Orvik.Tallyview.Model
+import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Theme
 
 // Everything inside the window below the menu bar: the sidebar, the edge that resizes it, and the
 // workspace.

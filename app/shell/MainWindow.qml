@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Model
+import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
 // The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar,

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Shell
+import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
 // The title bar of a window that draws its own frame: moves the window, a double click maximizes

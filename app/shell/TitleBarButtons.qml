@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Orvik.Tallyview.Shell
-import Orvik.Tallyview.Theme
+import Orvik.Tallyview.Controls
 
 // The buttons at one end of the title bar.
 Row {

@@ -1,6 +1,6 @@
 import Qt.labs.platform
 import Orvik.Tallyview.Shell
-import Orvik.Tallyview.Model
+import Orvik.Tallyview.Presentation
 
 // The application's item in the tray. To be made once there is a tray: Qt looks for one only once,
 // but registers what it has made with every later one.
@@ -13,7 +13,7 @@ SystemTrayIcon {
     visible: true
     // The tray draws the installed icon by its name; where none is installed, this one.
     icon.name: "org.orvik.Tallyview"
-    icon.source: "qrc:/qt/qml/Orvik/Tallyview/Theme/OrvikIcon.png"
+    icon.source: "qrc:/qt/qml/Orvik/Tallyview/Drawing/OrvikIcon.png"
     tooltip: item.summary.toolTip
     onActivated: reason => {
         if (reason === SystemTrayIcon.Trigger)

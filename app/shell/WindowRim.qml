@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 // The rim of a window that draws its own frame: a hairline, and edges and corners that resize it.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/model/FocusProject.h"
+#include "app/presentation/FocusProject.h"
 
 #include <QObject>
 #include <QtQmlIntegration>

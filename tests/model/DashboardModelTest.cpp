@@ -1,4 +1,4 @@
-#include "tests/model/ModelFixture.h"
+#include "tests/support/ModelFixture.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

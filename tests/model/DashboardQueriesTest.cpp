@@ -1,4 +1,4 @@
-#include "tests/model/ModelFixture.h"
+#include "tests/support/ModelFixture.h"
 
 using namespace tallyview;
 using namespace tallyview::test;

@@ -1,7 +1,7 @@
 #include "app/shell/LayoutSettings.h"
 
 #include "app/shell/Workspace.h"
-#include "tests/model/ModelFixture.h"
+#include "tests/support/ModelFixture.h"
 
 using namespace tallyview;
 using namespace tallyview::test;

@@ -8,14 +8,17 @@
 #include "app/shell/WindowAppearance.h"
 #include "app/shell/WindowChrome.h"
 #include "app/shell/Workspace.h"
-#include "tests/model/ModelFixture.h"
 #include "tests/shell/SceneProbe.h"
+#include "tests/support/ModelFixture.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_DrawingPlugin)
 Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ModelPlugin)
+Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ShellPlugin)
 Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ThemePlugin)
 Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ViewsPlugin)

@@ -1,0 +1,50 @@
+import QtQuick
+import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Drawing
+
+/// A symbol that fades into the next when its name changes.
+Item {
+    id: fading
+
+    required property string name
+    required property real size
+    required property int weight
+    required property color color
+
+    onNameChanged: {
+        before.name = now.name;
+        now.name = name;
+        if (before.name !== "")
+            leaving.restart();
+    }
+
+    SoftSymbol {
+        id: now
+
+        anchors.fill: parent
+        smooth: fading.smooth
+        opacity: 1 - before.opacity
+        size: fading.size
+        weight: fading.weight
+        color: fading.color
+    }
+    SoftSymbol {
+        id: before
+
+        anchors.fill: parent
+        smooth: fading.smooth
+        opacity: 0
+        visible: opacity > 0
+        size: fading.size
+        weight: fading.weight
+        color: fading.color
+    }
+    HoverAnimation {
+        id: leaving
+
+        target: before
+        property: "opacity"
+        from: 1
+        to: 0
+    }
+}

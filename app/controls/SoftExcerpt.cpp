@@ -1,0 +1,79 @@
+#include "app/controls/SoftExcerpt.h"
+
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace tallyview {
+
+namespace {
+
+/// Where the last of the lines begins and ends.
+struct LastLine {
+    qsizetype begin = 0;
+    qsizetype end = 0;
+};
+
+LastLine lastLine(const QString &text, const QFont &font, qreal width, int lineCount) {
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    LastLine last;
+    layout.beginLayout();
+    for (int i = 0; i < lineCount; ++i) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) {
+            break;
+        }
+        line.setLineWidth(width);
+        last = {line.textStart(), line.textStart() + line.textLength()};
+    }
+    layout.endLayout();
+    return last;
+}
+
+/// `text` without its last character, an ellipsis in its place.
+QString shortened(QStringView text) {
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text.data(), text.size());
+    characters.toEnd();
+    return text.first(std::max<qsizetype>(characters.toPreviousBoundary(), 0)).toString() + u'…';
+}
+
+} // namespace
+
+SoftExcerpt::SoftExcerpt(QObject *parent) : QObject(parent) {
+    connect(this, &SoftExcerpt::inputChanged, this, &SoftExcerpt::fit);
+}
+
+QString SoftExcerpt::fitted(const QString &text, const QFont &font, qreal width, int lineCount) {
+    const LastLine last = lastLine(text, font, width, lineCount);
+    if (last.end >= text.size()) {
+        return text;
+    }
+    QString result = shortened(QStringView(text).first(last.end));
+    // The ellipsis may be wider than what it replaces, or take the character before it along.
+    while (result.size() > 1 && lastLine(result, font, width, lineCount).end < result.size()) {
+        result = shortened(QStringView(result).chopped(1));
+    }
+    return result;
+}
+
+void SoftExcerpt::componentComplete() {
+    m_isComplete = true;
+    fit();
+}
+
+void SoftExcerpt::fit() {
+    if (!m_isComplete || m_width <= 0) {
+        return;
+    }
+    const QString shown = fitted(m_text, m_font, m_width, m_lineCount);
+    if (std::exchange(m_shown, shown) != shown) {
+        emit shownChanged();
+    }
+}
+
+} // namespace tallyview

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/model/DashboardModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQmlIntegration>
+
+namespace tallyview {
+
+/// What a view shows of the dashboard, worked out once for all changes of one turn of the event
+/// loop: every view has one type made from this. While it is not `live` it keeps what it shows: its
+/// view is being replaced. Main thread.
+class ModelObserver : public QObject {
+    Q_OBJECT
+    QML_ANONYMOUS
+    Q_PROPERTY(tallyview::DashboardModel *model READ model WRITE setModel NOTIFY modelChanged)
+    Q_PROPERTY(bool live READ isLive WRITE setLive NOTIFY liveChanged)
+
+public:
+    using QObject::QObject;
+
+    DashboardModel *model() const { return m_model; }
+    /// The model is not owned. What is shown follows at once.
+    void setModel(DashboardModel *model);
+    bool isLive() const { return m_live; }
+    void setLive(bool live);
+
+signals:
+    void modelChanged();
+    void liveChanged();
+    /// What is shown has been worked out anew.
+    void updated();
+
+protected:
+    /// Recomputes what is shown. Called with a model only.
+    virtual void update() = 0;
+    /// Follows the model by way of `source`, to build on what that has worked out: updates right
+    /// after it.
+    void follow(const ModelObserver &source);
+
+private:
+    void takeModel(DashboardModel *model);
+    void scheduleUpdate();
+    void updateNow();
+
+    QPointer<DashboardModel> m_model;
+    bool m_live = true;
+    bool m_updateIsScheduled = false;
+};
+
+} // namespace tallyview

@@ -1,0 +1,52 @@
+#include "app/presentation/ThreadDetail.h"
+
+#include "app/model/DashboardModel.h"
+#include "app/presentation/DisplayText.h"
+#include "core/TextSanitizer.h"
+#include "core/UnicodeText.h"
+
+namespace tallyview {
+
+namespace {
+
+constexpr std::size_t badgeIDLength = 5;
+/// The longest path that the system knows, so that values can be copied whole.
+constexpr qsizetype longestValue = 4096;
+
+QString badge(const ThreadRecord &thread) {
+    return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + "-" +
+                                uppercased(prefixCharacters(thread.id(), badgeIDLength)));
+}
+
+QString value(const std::string &text) { return DisplayText::oneLine(text, longestValue); }
+
+QString valueOrUnknown(const std::string &text) {
+    return text.empty() ? QStringLiteral("未记录") : value(text);
+}
+
+} // namespace
+
+ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffset &utcOffset,
+                          const ThreadFormatting::Number &number) {
+    ThreadDetail detail;
+    detail.exists = true;
+    detail.active = matches(thread, TaskStatusFilter::running);
+    detail.pinned = pinned;
+    detail.badge = badge(thread);
+    detail.stateLabel = detail.active ? QStringLiteral("进行中") : QStringLiteral("已完成");
+    detail.title = DisplayText::excerpt(thread->title);
+    detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
+                                             : DisplayText::excerpt(thread->preview);
+    detail.project = value(thread->project);
+    detail.updated = ThreadFormatting::full(thread->updatedAt, utcOffset);
+    detail.source = value(thread->source);
+    detail.model = valueOrUnknown(thread->model);
+    detail.effort = valueOrUnknown(thread->reasoningEffort);
+    detail.tokens = number(thread->tokensUsed);
+    detail.branch = valueOrUnknown(thread->branch);
+    detail.directory = valueOrUnknown(thread->projectPath);
+    detail.threadID = value(thread.id());
+    return detail;
+}
+
+} // namespace tallyview

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "app/presentation/ModelObserver.h"
+
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace tallyview {
+
+/// What the header of the thread index shows and does, and the lists that its content draws
+/// from.
+class ThreadIndexState : public tallyview::ModelObserver {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QStringList statusTitles READ statusTitles CONSTANT)
+    Q_PROPERTY(QStringList recencyTitles READ recencyTitles CONSTANT)
+    Q_PROPERTY(QStringList statusLabels READ statusLabels NOTIFY changed)
+    Q_PROPERTY(int statusFilter READ statusFilter NOTIFY changed)
+    Q_PROPERTY(int recencyFilter READ recencyFilter NOTIFY changed)
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
+    Q_PROPERTY(QString visibleCount READ visibleCount NOTIFY changed)
+    Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
+    Q_PROPERTY(bool hasExtraFilters READ hasExtraFilters NOTIFY changed)
+    Q_PROPERTY(
+        bool hasExtraFiltersIgnoringProject READ hasExtraFiltersIgnoringProject NOTIFY changed)
+    Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
+
+public:
+    using ModelObserver::ModelObserver;
+
+    static QStringList statusTitles();
+    static QStringList recencyTitles();
+    /// Title and number of threads of each status, in words.
+    QStringList statusLabels() const { return m_statusLabels; }
+    /// Positions in statusTitles() and recencyTitles().
+    int statusFilter() const;
+    int recencyFilter() const;
+    QString query() const;
+    void setQuery(const QString &query);
+    QString visibleCount() const;
+    bool isLoading() const { return model() && model()->isLoading(); }
+    bool hasExtraFilters() const { return model() && model()->hasExtraFilters(); }
+    bool hasExtraFiltersIgnoringProject() const {
+        return model() && model()->hasExtraFiltersIgnoringProject();
+    }
+    /// Names the current combination of filters; the content is replaced when it changes.
+    QString contentIdentity() const { return m_contentIdentity; }
+
+    Q_INVOKABLE void chooseStatus(int position);
+    Q_INVOKABLE void chooseRecency(int position);
+    Q_INVOKABLE void resetFilters();
+    /// Resets every filter but the selected project.
+    Q_INVOKABLE void resetFiltersKeepingProject();
+    Q_INVOKABLE void refresh();
+
+    /// The lists of the last update.
+    const ThreadList &visibleThreads() const { return m_visible; }
+    std::shared_ptr<const std::vector<ThreadTimeGroup>> timeGroups() const { return m_groups; }
+    Instant evaluatedAt() const { return m_evaluatedAt; }
+
+signals:
+    void changed();
+
+private:
+    void update() override;
+    void countThreads();
+
+    /// What the status labels were counted of.
+    std::optional<std::pair<std::uint64_t, std::optional<std::string>>> m_counted;
+    QStringList m_statusLabels;
+    ThreadList m_visible;
+    std::shared_ptr<const std::vector<ThreadTimeGroup>> m_groups;
+    Instant m_evaluatedAt;
+    QString m_contentIdentity;
+};
+
+} // namespace tallyview

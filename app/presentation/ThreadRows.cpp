@@ -1,0 +1,41 @@
+#include "app/presentation/ThreadRows.h"
+
+#include "app/model/DashboardModel.h"
+#include "app/presentation/DisplayText.h"
+#include "app/presentation/ThreadFormatting.h"
+#include "core/TextSanitizer.h"
+#include "core/UnicodeText.h"
+
+namespace tallyview {
+
+namespace {
+
+QString metaLine(const ThreadRecord &thread) {
+    return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + " / " +
+                                uppercased(thread->project) + " / " + uppercased(thread->source));
+}
+
+} // namespace
+
+TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instant now,
+                const UtcOffset &utcOffset) {
+    TaskRow row;
+    row.key = QString::fromStdString(group.id + "/" + thread.id());
+    row.title = DisplayText::oneLine(thread->title);
+    row.meta = metaLine(thread);
+    row.age = ThreadFormatting::relative(thread->updatedAt, now, utcOffset);
+    row.active = matches(thread, TaskStatusFilter::running);
+    row.stateLabel = row.active ? QStringLiteral("进行中") : QStringLiteral("已完成");
+    row.openLabel = QStringLiteral("在 Orvik 中打开 ") + row.title;
+    return row;
+}
+
+TimeGroupRow timeGroupRow(const ThreadTimeGroup &group) {
+    TimeGroupRow row;
+    row.key = QString::fromStdString(group.id);
+    row.title = QString::fromStdString(group.title);
+    row.count = QString::number(group.threads.size());
+    return row;
+}
+
+} // namespace tallyview

@@ -1,0 +1,163 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Orvik.Tallyview.Views
+import Orvik.Tallyview.Presentation
+import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Theme
+
+// Title and actions, status and search, recency and count.
+Item {
+    id: header
+
+    required property ThreadIndexState index
+    required property string title
+    required property bool canGoBack
+
+    readonly property bool searchFocused: search.searchFocused
+
+    signal backRequested()
+
+    function focusSearch() {
+        search.focusSearch();
+    }
+
+    implicitHeight: rows.height + 20 + 16
+
+    Column {
+        id: rows
+
+        x: 24
+        y: 20
+        width: header.width - 48
+        spacing: 12
+
+        Item {
+            width: parent.width
+            height: 30
+
+            SoftIconButton {
+                id: back
+
+                anchors.verticalCenter: parent.verticalCenter
+                visible: header.canGoBack
+                symbol: "chevron.left"
+                symbolSize: 11
+                symbolWeight: Font.Bold
+                helpText: "返回项目"
+                label: "返回项目列表"
+                onClicked: header.backRequested()
+            }
+            SoftText {
+                id: title
+
+                anchors.left: header.canGoBack ? back.right : parent.left
+                anchors.leftMargin: header.canGoBack ? 8 : 0
+                anchors.right: reset.visible ? reset.left : refresh.left
+                anchors.rightMargin: 16
+                anchors.verticalCenter: parent.verticalCenter
+                text: header.title
+                size: 22
+                weight: Font.Bold
+                design: SoftFont.Rounded
+                color: SoftTheme.primaryInk
+                maximumLineCount: 1
+            }
+            T.AbstractButton {
+                id: reset
+
+                anchors.right: refresh.left
+                anchors.rightMargin: 8
+                anchors.verticalCenter: parent.verticalCenter
+                visible: header.canGoBack ? header.index.hasExtraFiltersIgnoringProject : header.index.hasExtraFilters
+                text: "重置筛选"
+                implicitWidth: resetText.implicitWidth
+                implicitHeight: resetText.implicitHeight
+                Accessible.name: text
+                Accessible.onPressAction: clicked()
+                onClicked: {
+                    if (header.canGoBack)
+                        header.index.resetFiltersKeepingProject();
+                    else
+                        header.index.resetFilters();
+                }
+
+                SoftText {
+                    id: resetText
+
+                    text: reset.text
+                    size: 10
+                    weight: Font.DemiBold
+                    design: SoftFont.Rounded
+                    color: SoftTheme.accent
+                }
+                SoftFocusRing {
+                    target: reset
+                    radius: 4
+                }
+            }
+            SoftIconButton {
+                id: refresh
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "arrow.clockwise"
+                symbolSize: 11
+                symbolWeight: Font.DemiBold
+                helpText: "刷新任务"
+                enabled: !header.index.loading
+                spinning: header.index.loading
+                onClicked: header.index.refresh()
+            }
+        }
+        Item {
+            width: parent.width
+            height: status.height
+
+            StatusControl {
+                id: status
+
+                index: header.index
+            }
+            SearchField {
+                id: search
+
+                anchors.left: status.right
+                anchors.leftMargin: 14
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                index: header.index
+            }
+        }
+        Item {
+            width: parent.width
+            height: 30
+
+            Row {
+                spacing: 9
+
+                Repeater {
+                    model: header.index.recencyTitles
+
+                    delegate: RecencyCapsule {
+                        required property int index
+                        required property string modelData
+
+                        text: modelData
+                        chosen: header.index.recencyFilter === index
+                        onClicked: header.index.chooseRecency(index)
+                    }
+                }
+            }
+            SoftText {
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: header.index.visibleCount
+                size: 9
+                design: SoftFont.Monospaced
+                color: SoftTheme.mutedInk
+            }
+        }
+    }
+}

@@ -1,0 +1,70 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Orvik.Tallyview.Views
+import Orvik.Tallyview.Presentation
+import Orvik.Tallyview.Controls
+
+// The threads grouped by time. Only the rows near the visible stretch exist.
+SoftScrollView {
+    id: list
+
+    required property ThreadIndexContent content
+
+    // The time line stands left of the rows.
+    readonly property real rowIndent: 31
+    readonly property real sidePadding: 24
+
+    // The content goes before the list does when both are replaced.
+    contentHeight: content?.contentHeight ?? 0
+    Component.onCompleted: {
+        contentY = content.viewTop;
+        ReadingOrder.sortByTop(contentItem);
+    }
+
+    Binding {
+        target: list.content
+        property: "viewTop"
+        value: list.contentY
+    }
+    Binding {
+        target: list.content
+        property: "viewHeight"
+        value: list.height
+    }
+    Connections {
+        function onScrollRequested(top: real, animated: bool) {
+            list.scrollTo(top, animated);
+        }
+        function onRowsChanged() {
+            ReadingOrder.sortByTop(list.contentItem);
+        }
+
+        target: list.content
+    }
+
+    Repeater {
+        model: list.content?.headers ?? null
+
+        delegate: TimeGroupHeader {
+            x: list.sidePadding
+            y: row.top
+            width: list.width - 2 * list.sidePadding
+        }
+    }
+    Repeater {
+        model: list.content?.rows ?? null
+
+        delegate: TaskRowView {
+            id: taskRowView
+
+            required property int index
+
+            x: list.sidePadding + list.rowIndent
+            y: row.top
+            width: list.width - 2 * list.sidePadding - list.rowIndent
+            onChosen: list.content.select(index)
+            onOpenRequested: list.content.open(index)
+        }
+    }
+}

@@ -1,0 +1,36 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Drawing
+import Orvik.Tallyview.Theme
+
+// A row of the sidebar that can be pressed; its content lies on a rounded background.
+T.AbstractButton {
+    id: row
+
+    property real radius: 8
+    property color fill: SoftTheme.clear
+    property bool continuous: false
+    // Of a row that is `checkable`; a press only asks for it.
+    property bool chosen: false
+
+    hoverEnabled: true
+    checked: chosen
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
+    // The press has set it, which ends the binding.
+    onToggled: checked = Qt.binding(() => row.chosen)
+
+    background: SoftSurface {
+        radius: row.radius
+        continuous: row.continuous
+        fill: row.fill
+
+        Behavior on fill { ReplaceColorAnimation {} }
+    }
+
+    SoftFocusRing {
+        target: row
+        radius: row.radius
+    }
+}

@@ -1,0 +1,138 @@
+#include "app/presentation/ThreadFormatting.h"
+
+#include "app/model/DashboardEnvironment.h"
+#include "app/presentation/ThreadDetail.h"
+
+#include <QTest>
+
+#include <limits>
+#include <utility>
+#include <vector>
+
+using namespace tallyview;
+
+namespace {
+
+constexpr double now = 1'709'812'800; // 2024-03-07 12:00:00 UTC
+
+Instant at(double seconds) { return Instant(std::chrono::duration<double>(seconds)); }
+
+constexpr auto utc = [](qint64) { return 0; };
+constexpr auto shanghai = [](qint64) { return 8 * 3600; };
+
+ThreadDetail detail(const ThreadRecord::Fields &fields) {
+    return threadDetail(ThreadRecord(fields), false, utc, ThreadFormatting::numberIn("en"));
+}
+
+QString properties(const ThreadRecord::Fields &fields) {
+    const ThreadDetail shown = detail(fields);
+    return QStringList{shown.badge,  shown.project, shown.updated, shown.source,    shown.model,
+                       shown.effort, shown.tokens,  shown.branch,  shown.directory, shown.threadID}
+        .join(u'|');
+}
+
+} // namespace
+
+class ThreadFormattingTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { qunsetenv("TZ"); }
+
+    void detailsWriteOutWhatIsKnown() {
+        QCOMPARE(properties({.id = "", .project = "Atlas"}),
+                 "ATL-|Atlas|未知||未记录|未记录|0|未记录|未记录|");
+        QCOMPARE(properties({.id = "019a3f20-1",
+                             .project = "atlas-board",
+                             .projectPath = "/src/a\nb",
+                             .source = "cli",
+                             .model = "m-5",
+                             .reasoningEffort = "high",
+                             .branch = "feature/x",
+                             .tokensUsed = 1'234'567,
+                             .updatedAt = at(now)}),
+                 "AB-019A3|atlas-board|2024/03/07 12:00|cli|m-5|high|1,234,567|feature/x|/src/a b|"
+                 "019a3f20-1");
+        // A badge counts characters, not bytes.
+        QCOMPARE(detail({.id = "é👩‍👩‍👧ß12", .project = "web"}).badge,
+                 "WEB-É👩‍👩‍👧SS12");
+    }
+
+    void detailsCutLongTexts() {
+        const std::string endless(5'000'000, 'x');
+        // The pair of units of the emoji stands where the text is cut.
+        const ThreadDetail shown = detail({.title = "one\ntwo",
+                                           .preview = endless.substr(0, 1999) + "🙂" + endless,
+                                           .projectPath = endless});
+        QCOMPARE(shown.title, "one\ntwo");
+        QCOMPARE(shown.preview, QString(1999, u'x'));
+        QCOMPARE(shown.directory, QString(4096, u'x'));
+    }
+
+    void relativeAges() {
+        const std::pair<double, const char *> ages[] = {
+            {-1e9, "刚刚"},     {59.9, "刚刚"},
+            {60, "1 分钟前"},   {3599.9, "59 分钟前"},
+            {3600, "1 小时前"}, {86399, "23 小时前"},
+            {86400, "1 天前"},  {604799, "6 天前"},
+            {604800, "02/29"},  {604800 + 21 * 3600, "02/28"},
+        };
+        for (const auto &[age, text] : ages) {
+            QCOMPARE(ThreadFormatting::relative(at(now - age), at(now), shanghai), text);
+        }
+        QCOMPARE(ThreadFormatting::relative({}, at(now), shanghai), "时间未知");
+    }
+
+    void fullDates() {
+        QCOMPARE(ThreadFormatting::full(at(now + 0.999), shanghai), "2024/03/07 20:00");
+        QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), utc), "2024/03/07 09:05");
+    }
+
+    void datesAreThoseOfTheUsersClock() {
+        for (const char *zone :
+             {"Europe/Berlin", ":Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3",
+              "/usr/share/zoneinfo/Europe/Berlin", "UTC-1UTC,M3.5.0,M10.5.0/3"}) {
+            qputenv("TZ", zone);
+            QCOMPARE(ThreadFormatting::full(at(now), userUtcOffset()), "2024/03/07 13:00");
+            QCOMPARE(ThreadFormatting::full(at(now + 180 * 86400), userUtcOffset()),
+                     "2024/09/03 14:00");
+        }
+    }
+
+    void numbersAreThoseOfTheUsersRegion() {
+        struct Case {
+            std::vector<std::pair<const char *, const char *>> variables;
+            std::int64_t value;
+            const char *text;
+        };
+        constexpr std::int64_t million = 1'234'567;
+        const Case cases[] = {
+            {{}, million, "1,234,567"},
+            {{}, 1234, "1,234"},
+            {{}, std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
+            {{{"LC_ALL", "C"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, million, "1,234,567"},
+            {{{"LC_ALL", "de_DE.UTF-8@euro"}, {"LC_NUMERIC", "en_US"}}, million, "1.234.567"},
+            {{{"LC_NUMERIC", "fr_FR.UTF-8"}, {"LANG", "de_DE"}}, million, "1 234 567"},
+            {{{"LC_ALL", ""}, {"LC_NUMERIC", ""}, {"LANG", "es_ES.UTF-8"}}, million, "1.234.567"},
+            {{{"LANG", "es_ES.UTF-8"}}, 1234, "1234"},
+            {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, 1234, "1,234"},
+            {{{"LANG", "hi_IN"}}, million, "12,34,567"},
+            {{{"LANG", "ar_EG.UTF-8"}}, million, "١٬٢٣٤٬٥٦٧"},
+            {{{"LANG", "zh_Hans"}}, 1234, "1,234"},
+            {{{"LANG", "en@numbers=none"}}, million, "1234567"},
+        };
+        for (const auto &[variables, value, text] : cases) {
+            for (const char *variable : {"LC_ALL", "LC_NUMERIC", "LC_MESSAGES", "LANG"}) {
+                qunsetenv(variable);
+            }
+            for (const auto &[variable, locale] : variables) {
+                qputenv(variable, locale);
+            }
+            QCOMPARE(ThreadFormatting::numberIn(userNumberLocale())(value), text);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(ThreadFormattingTest)
+#include "ThreadFormattingTest.moc"

@@ -1,0 +1,173 @@
+#include "app/presentation/ThreadIndexContent.h"
+#include "tests/support/ModelFixture.h"
+
+#include <QAbstractItemModelTester>
+
+using namespace tallyview;
+using namespace tallyview::test;
+
+namespace {
+
+/// A thread index whose list shows 680 points: ten rows.
+struct IndexFixture : ModelFixture {
+    IndexFixture() {
+        index.setModel(&model);
+        content.setIndex(&index);
+        content.setViewHeight(680);
+        QObject::connect(&content, &ThreadIndexContent::scrollRequested, &content,
+                         [this](double top, bool animated) {
+                             scrolls.append(QString::number(top) + (animated ? "~" : ""));
+                             content.setViewTop(top);
+                         });
+    }
+
+    const TaskRowList &rows() { return static_cast<const TaskRowList &>(*content.rows()); }
+    QString rowTops() {
+        QStringList tops;
+        for (const TaskRow &row : rows().rows()) {
+            tops.append(row.key.section(u'/', 1) + "@" + QString::number(row.top));
+        }
+        return tops.join(u' ');
+    }
+    QString firstShown() {
+        for (const TaskRow &row : rows().rows()) {
+            if (row.top >= content.viewTop()) {
+                return row.key.section(u'/', 1) + "@" +
+                       QString::number(row.top - content.viewTop());
+            }
+        }
+        return {};
+    }
+    void settle() { QCoreApplication::processEvents(); }
+
+    ThreadIndexState index;
+    ThreadIndexContent content;
+    QStringList scrolls;
+};
+
+} // namespace
+
+class ThreadIndexTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theHeaderNamesTheFilters() {
+        IndexFixture f;
+        f.show({{.id = "a"}, {.id = "b", .running = false}, {.id = "c", .cwd = "/src/beta"}});
+        QCOMPARE(f.index.statusLabels().join(u' '),
+                 "进行中，2 个任务 已完成，1 个任务 全部，3 个任务");
+        f.index.setQuery("Task");
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "running-today-all-projects-not-pinned-root-only");
+        f.index.chooseStatus(2);
+        f.index.chooseRecency(3);
+        f.model.setSelectedProject("beta");
+        f.model.setPinnedOnly(true);
+        f.model.setIncludeSubagents(true);
+        f.settle();
+        QCOMPARE(f.index.contentIdentity(), "all-older-beta-pinned-with-subagents");
+    }
+
+    void positionsAreExactAndOnlyNearRowsExist() {
+        IndexFixture f;
+        f.show({{.id = "a", .age = 1}, {.id = "b", .age = 2}, {.id = "c", .age = 7200}});
+        QCOMPARE(f.rowTops(), "a@38 b@106 c@216");
+        QCOMPARE(f.content.contentHeight(), 38 + 2 * 58 + 10 + 14 + 38 + 58 + 14 + 20.0);
+
+        f.show(lately(3000));
+        QCOMPARE(f.content.contentHeight(), 38 + 3000 * 68 - 10 + 14 + 20.0);
+        QVERIFY(f.rows().rowCount() < 20);
+        f.content.setViewTop(38 + 1500 * 68);
+        QCOMPARE(f.firstShown(), "1500@0");
+        QVERIFY(f.rows().rowCount() < 20);
+        f.content.setViewTop(f.content.contentHeight() - 680);
+        QCOMPARE(f.rows().rows().back().key, "recent/2999");
+    }
+
+    void aRefreshTouchesOnlyWhatChanged() {
+        IndexFixture f;
+        std::vector<Sample> samples = lately(2000);
+        f.show(samples);
+        const QAbstractItemModelTester tester(
+            f.content.rows(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy changes(f.content.rows(), &QAbstractItemModel::dataChanged);
+        samples[3].title = "Another title";
+        samples[1000].title = "Far away";
+        f.show(samples);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.first().first().toModelIndex().row(), 3);
+        QCOMPARE(changes.first().at(1).toModelIndex().row(), 3);
+    }
+
+    void theFirstVisibleRowStaysInPlace() {
+        IndexFixture f;
+        std::vector<Sample> samples = lately(500);
+        f.show(samples);
+        f.content.setViewTop(38 + 100 * 68 - 20);
+        QCOMPARE(f.firstShown(), "100@20");
+        samples.insert(samples.begin(), {{.id = "x", .age = -1}, {.id = "y", .age = -1}});
+        samples.erase(samples.begin() + 50);
+        f.show(samples);
+        QCOMPARE(f.firstShown(), "100@20");
+        samples.erase(samples.begin() + 101); // "100" itself
+        f.show(samples);
+        QCOMPARE(f.firstShown(), "101@20"); // "99", half visible, stays where it was
+        f.model.setQuery("task");
+        f.settle();
+        QCOMPARE(f.scrolls.last(), "0");
+    }
+
+    void aRowOfTwoGroupsStaysInItsOwn() {
+        IndexFixture f;
+        f.now -= std::chrono::hours(12) - std::chrono::minutes(30); // half past midnight
+        std::vector<Sample> samples = lately(40);
+        for (Sample &sample : samples) {
+            sample.age = *sample.age + 12 * 3600 + 60; // minutes before midnight
+        }
+        f.show(samples);
+        f.model.setRecencyFilter(TaskRecencyFilter::week);
+        f.settle();
+        QCOMPARE(f.rows().rows().front().key, "recent/0");
+        f.content.setViewTop(38 + 40 * 68 + 4 + 38); // the first row of the second group
+        QCOMPARE(f.firstShown(), "0@0");
+        f.refresh();
+        QCOMPARE(f.scrolls.join(u' '), "");
+    }
+
+    void aNewSelectionIsCentred() {
+        IndexFixture f;
+        f.show(lately(100));
+        QVERIFY2(f.scrolls.isEmpty(), "the first selection does not scroll");
+        for (const char *id : {"50", "1", "99"}) {
+            f.model.setSelectedThreadID(id);
+            f.settle();
+        }
+        const double end = f.content.contentHeight() - 680;
+        QCOMPARE(f.scrolls.join(u' '),
+                 QStringLiteral("%1~ 0~ %2~").arg(38 + 50 * 68 + 29 - 340).arg(end));
+        QVERIFY(f.rows().rows().back().selected);
+        f.model.setSelectedThreadID(std::nullopt);
+        f.model.setSelectedThreadID("not there");
+        f.settle();
+        QCOMPARE(f.scrolls.size(), 3);
+    }
+
+    void rowsAreReadyToBeDrawn() {
+        IndexFixture f;
+        const std::string longTitle(5'000'000, 'x');
+        f.show({{.id = "a", .age = 300, .cwd = "/src/data-pipe", .title = "One\nline"},
+                {.id = "b", .age = 400, .archived = true, .title = longTitle}});
+        f.model.setStatusFilter(TaskStatusFilter::all);
+        f.settle();
+        const TaskRow &row = f.rows().row(0);
+        QCOMPARE(
+            QStringList({row.title, row.meta, row.age, row.stateLabel, row.openLabel}).join(u'|'),
+            "One line|DP / DATA-PIPE / CLI|5 分钟前|进行中|在 Orvik 中打开 One line");
+        QVERIFY(row.active && row.selected && !f.rows().row(1).active);
+        QCOMPARE(f.rows().row(1).stateLabel, "已完成");
+        QVERIFY(f.rows().row(1).title.size() < 5000);
+    }
+};
+
+QTEST_GUILESS_MAIN(ThreadIndexTest)
+#include "ThreadIndexTest.moc"
