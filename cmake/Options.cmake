@@ -20,6 +20,24 @@ if(TALLYVIEW_SANITIZE)
   add_link_options(-fsanitize=${TALLYVIEW_SANITIZE})
 endif()
 
+# What users run reads files that others wrote: it ends where it would be led astray.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  include(CheckCXXCompilerFlag)
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+  foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-protection
+                        -mbranch-protection=standard)
+    string(MAKE_C_IDENTIFIER "TALLYVIEW_HAS_${flag}" known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      add_compile_options(${flag})
+    endif()
+  endforeach()
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
+
 # What the QML compiler generates is built together, which takes a fraction of the time, and
 # without warnings: those are for the code that we write.
 function(tallyview_bundle_generated_code target)

@@ -1,5 +1,6 @@
 #include "core/OrvikThreadStore.h"
 
+#include "core/ReadOnlyConnection.h"
 #include "core/RolloutEvent.h"
 #include "core/TextSanitizer.h"
 #include "core/ThreadRunStateResolver.h"
@@ -23,8 +24,6 @@
 namespace tallyview {
 
 namespace {
-
-constexpr int busyTimeoutMilliseconds = 3000;
 
 constexpr const char *query =
     "SELECT\n"
@@ -62,20 +61,16 @@ enum Column : int {
     rolloutPathColumn
 };
 
-struct Close {
-    void operator()(sqlite3 *connection) const { sqlite3_close(connection); }
-};
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
 };
 // A statement is declared after its connection, so that it goes before it.
-using Connection = std::unique_ptr<sqlite3, Close>;
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 using Kind = OrvikThreadStoreError::Kind;
 
-OrvikThreadStoreError failure(Kind kind, sqlite3 *connection) {
-    return {kind, connection == nullptr ? "未知错误" : decodedUtf8(sqlite3_errmsg(connection))};
+OrvikThreadStoreError failure(sqlite3 *connection) {
+    return {Kind::queryFailed, decodedUtf8(sqlite3_errmsg(connection))};
 }
 
 OrvikThreadStoreError failure(int code) { return {Kind::queryFailed, sqlite3_errstr(code)}; }
@@ -193,20 +188,6 @@ private:
     std::unordered_map<std::string_view, const ThreadRecord *> m_records;
 };
 
-std::expected<Connection, OrvikThreadStoreError> openReadOnly(const std::filesystem::path &path) {
-    constexpr int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_FULLMUTEX;
-    sqlite3 *handle = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &handle, flags, nullptr);
-    Connection connection(handle);
-    if (code != SQLITE_OK || !connection) {
-        return std::unexpected(failure(Kind::openFailed, handle));
-    }
-    sqlite3_busy_timeout(handle, busyTimeoutMilliseconds);
-    // Sorts in memory: the agent's texts stay out of temporary files.
-    sqlite3_exec(handle, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
-    return connection;
-}
-
 /// Few enough that one is soon done with, many enough to be worth handing over.
 constexpr std::size_t batchSize = 256;
 using Batch = std::vector<StoredThread>;
@@ -217,7 +198,7 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
     if (code != SQLITE_OK || !statement) {
-        return std::unexpected(failure(Kind::queryFailed, connection));
+        return std::unexpected(failure(connection));
     }
     std::vector<Batch> batches;
     while (!stop.stop_requested() && sqlite3_step(prepared) == SQLITE_ROW) {
@@ -231,7 +212,7 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
     }
     const int outcome = sqlite3_errcode(connection);
     if (outcome != SQLITE_OK && outcome != SQLITE_DONE) {
-        return std::unexpected(failure(Kind::queryFailed, connection));
+        return std::unexpected(failure(connection));
     }
     return batches;
 }
@@ -345,13 +326,19 @@ std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
 OrvikThreadStore::listThreads(std::span<const ThreadRecord> known,
                               const std::stop_token &stop) const {
     std::error_code ignored;
-    if (!std::filesystem::exists(m_databaseURL, ignored)) {
+    const auto status = std::filesystem::status(m_databaseURL, ignored);
+    if (!std::filesystem::exists(status)) {
         return std::unexpected(
             OrvikThreadStoreError(Kind::databaseMissing, decodedUtf8(m_databaseURL.native())));
     }
-    auto connection = openReadOnly(m_databaseURL);
+    using enum std::filesystem::file_type;
+    if (status.type() != regular && status.type() != directory) { // opening it would wait
+        return std::unexpected(
+            OrvikThreadStoreError(Kind::openFailed, sqlite3_errstr(SQLITE_CANTOPEN)));
+    }
+    auto connection = openReadOnly(m_databaseURL, stop);
     if (!connection) {
-        return std::unexpected(connection.error());
+        return std::unexpected(OrvikThreadStoreError(Kind::openFailed, connection.error()));
     }
     try {
         auto rows = readRows(connection->get(), stop);

@@ -48,6 +48,8 @@ DashboardModel::DashboardModel(OrvikThreadStore store, DashboardEnvironment envi
     connect(&m_monitoringTimer, &QTimer::timeout, this, &DashboardModel::runMonitoringStep);
 }
 
+DashboardModel::~DashboardModel() { m_stop.request_stop(); }
+
 template <class Value>
 void DashboardModel::assign(Value &field, Value value) {
     emit aboutToChange();
@@ -100,24 +102,29 @@ void DashboardModel::refresh() {
     const auto finish = [this] {
         QMetaObject::invokeMethod(this, "finishRefresh", Qt::QueuedConnection);
     };
+    const auto read = [finish, store = m_store, known = m_threads, stop = m_stop.get_token()] {
+        ReadResult result = store.listThreads(*known, stop);
+        finish();
+        return result;
+    };
     try {
-        m_reading = std::jthread(
-            [this, finish, store = m_store, known = m_threads](const std::stop_token &stop) {
-                m_readResult = store.listThreads(*known, stop);
-                finish();
-            });
+        m_reading = std::async(std::launch::async, read);
     } catch (const std::system_error &error) {
-        m_readResult = std::unexpected(
-            OrvikThreadStoreError(OrvikThreadStoreError::Kind::queryFailed, error.what()));
+        m_reading = std::async(std::launch::deferred, [text = std::string(error.what())] {
+            return ReadResult(std::unexpected(
+                OrvikThreadStoreError(OrvikThreadStoreError::Kind::queryFailed, text)));
+        });
         finish();
     }
 }
 
+bool DashboardModel::stopReading(std::chrono::milliseconds patience) {
+    m_stop.request_stop();
+    return !m_reading.valid() || m_reading.wait_for(patience) != std::future_status::timeout;
+}
+
 void DashboardModel::finishRefresh() {
-    if (m_reading.joinable()) {
-        m_reading.join();
-    }
-    ReadResult result = std::exchange(m_readResult, {});
+    ReadResult result = m_reading.get();
     if (result) {
         applyThreads(*std::move(result));
     } else {

@@ -12,10 +12,11 @@
 #include <QTimer>
 #include <QtQmlIntegration>
 
+#include <future>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
-#include <thread>
 #include <unordered_set>
 #include <vector>
 
@@ -41,6 +42,8 @@ public:
     /// pins.
     DashboardModel(OrvikThreadStore store, DashboardEnvironment environment,
                    QObject *parent = nullptr);
+    /// Stops the reading and waits until it has ended.
+    ~DashboardModel() override;
 
     // State. Each assignment emits aboutToChange() once, before the value is stored, whether or
     // not it differs.
@@ -83,6 +86,9 @@ public:
     /// Refreshes now and then 30 seconds after the end of each refresh, for as long as the model
     /// lives. Calling it again has no effect.
     Q_INVOKABLE void startMonitoring();
+    /// Stops the reading, for good, and answers whether it has ended. It may not have: nothing
+    /// wakes a thread that waits for a file system.
+    bool stopReading(std::chrono::milliseconds patience);
     void togglePin(const ThreadRecord &thread);
     /// Asks the desktop to open the thread in the agent's own application.
     void open(const ThreadRecord &thread) const;
@@ -170,8 +176,8 @@ private:
     std::optional<std::string> m_selectedThreadID;
     TextSet m_pinnedIDs;
 
-    ReadResult m_readResult; ///< written by m_reading, read when that has been joined
-    std::jthread m_reading;  ///< last: it is stopped and joined before anything goes
+    std::stop_source m_stop;
+    std::future<ReadResult> m_reading; ///< last: it has ended before anything goes
 };
 
 /// The one rule of every status filter and counter: an archived thread counts as completed.

@@ -1,12 +1,17 @@
 #include "app/platform/IniUserDefaults.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QSaveFile>
 #include <QStandardPaths>
 
-#include <algorithm>
-#include <chrono>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace tallyview {
@@ -16,31 +21,62 @@ namespace {
 // Bounds the writes of a drag, and lets another process finish its own write before it is read.
 constexpr std::chrono::milliseconds syncDelay{200};
 
+constexpr qint64 largestFile = 1 << 20; ///< a thousand times what there is to keep
+constexpr QFile::Permissions onlyOwner = QFile::ReadOwner | QFile::WriteOwner;
+
 /// `value` as the file gives it back, so that a value reads the same before and after a restart.
 QVariant keptForm(const QVariant &value) {
     switch (value.typeId()) {
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return value.toString();
+    case QMetaType::UnknownType:
+        return value;
+    case QMetaType::QDateTime:
+        return value.toDateTime().toUTC().toString(Qt::ISODateWithMs);
     case QMetaType::QStringList:
-        return value.toStringList().size() == 1 ? value.toStringList().constFirst() : value;
     case QMetaType::QVariantList: {
-        QStringList texts;
-        for (const QVariant &entry : value.toList()) {
-            if (keptForm(entry).typeId() != QMetaType::QString) {
-                return value;
-            }
-            texts.append(entry.toString());
-        }
-        return keptForm(texts);
+        const QStringList texts = value.toStringList();
+        return texts.size() == 1 ? QVariant(texts.constFirst()) : QVariant(texts);
     }
     default:
-        return value;
+        return value.toString();
+    }
+}
+
+/// What the file holds, nothing where there is none; or why that is not to be known. It may be a
+/// pipe or a terminal: opening it neither waits nor takes it over.
+std::expected<QByteArray, QString> readFile(const QString &path) {
+    const int descriptor =
+        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0 && errno == ENOENT) {
+        return QByteArray();
+    }
+    struct stat status {};
+    if (descriptor < 0 || fstat(descriptor, &status) != 0) {
+        return std::unexpected(qt_error_string(errno));
+    }
+    QFile file;
+    if (!S_ISREG(status.st_mode) ||
+        !file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle)) {
+        close(descriptor);
+        return std::unexpected(QStringLiteral("not a regular file"));
+    }
+    const QByteArray bytes = file.read(largestFile + 1);
+    if (bytes.size() > largestFile) {
+        return std::unexpected(QStringLiteral("larger than 1 MiB"));
+    }
+    return bytes;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes) {
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    return bytes.size() <= largestFile && file.open(QFile::WriteOnly) &&
+           file.setPermissions(onlyOwner) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+void makeFolder(const QString &path) {
+    if (!QFileInfo(path).isDir()) {
+        makeFolder(QFileInfo(path).absolutePath());
+        QDir().mkdir(path, onlyOwner | QFile::ExeOwner);
     }
 }
 
@@ -51,20 +87,12 @@ QString nearestExistingFolder(QString path) {
     return path;
 }
 
-/// QSettings waits without end for the lock of another process, even one that is long gone.
-bool isLocked(const QString &filePath) {
-    QDir().mkpath(QFileInfo(filePath).absolutePath());
-    QLockFile lock(filePath + QStringLiteral(".lock"));
-    lock.setStaleLockTime(std::chrono::seconds(10)); // writing takes milliseconds
-    return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
-}
-
 } // namespace
 
 IniUserDefaults::IniUserDefaults(const QString &filePath, QObject *parent)
     : UserDefaults(parent)
-    , m_file(filePath, QSettings::IniFormat)
-    , m_values(fileValues()) {
+    , m_path(filePath)
+    , m_values(IniText(fileText().value_or(QByteArray())).values()) {
     m_syncTimer.setSingleShot(true);
     m_syncTimer.setInterval(syncDelay);
     connect(&m_syncTimer, &QTimer::timeout, this, &IniUserDefaults::synchronize);
@@ -78,7 +106,7 @@ IniUserDefaults::IniUserDefaults(const QString &filePath, QObject *parent)
     watch();
 }
 
-IniUserDefaults::~IniUserDefaults() { write(); }
+IniUserDefaults::~IniUserDefaults() { flush(); }
 
 QString IniUserDefaults::defaultFilePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
@@ -109,34 +137,57 @@ void IniUserDefaults::change(const QString &key, const QVariant &kept) {
     emit changed(key);
 }
 
-/// QSettings would write at the next turn of the event loop: it is given the values only here.
-bool IniUserDefaults::write() {
-    if (!m_pending.isEmpty() && isLocked(m_file.fileName())) {
+void IniUserDefaults::flush() { write(std::chrono::milliseconds(200)); }
+
+/// False while another process writes. What cannot be written stays pending.
+bool IniUserDefaults::write(std::chrono::milliseconds patience) {
+    if (m_pending.isEmpty()) {
+        return true;
+    }
+    makeFolder(QFileInfo(m_path).absolutePath());
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    lock.setStaleLockTime(std::chrono::seconds(10)); // writing takes milliseconds
+    if (!lock.tryLock(static_cast<int>(patience.count())) &&
+        lock.error() == QLockFile::LockFailedError) {
         return false;
     }
-    for (const auto &[key, kept] : std::exchange(m_pending, {}).asKeyValueRange()) {
-        if (kept.isValid()) {
-            m_file.setValue(key, kept);
-        } else {
-            m_file.remove(key);
+    if (const auto present = fileText()) {
+        IniText text(*present);
+        for (const auto &[key, kept] : m_pending.asKeyValueRange()) {
+            text.set(key, kept);
+        }
+        if (text.text() == *present || writeFile(m_path, text.text())) {
+            m_pending.clear();
         }
     }
-    m_file.sync();
     return true;
 }
 
 void IniUserDefaults::synchronize() {
-    if (!write()) {
-        // The file lacks what is pending: it is read once that is written.
+    if (!write(std::chrono::milliseconds(0))) {
         m_syncTimer.start();
         return;
     }
     watch();
-    adopt(fileValues());
+    IniText text(fileText().value_or(QByteArray()));
+    for (const auto &[key, kept] : m_pending.asKeyValueRange()) {
+        text.set(key, kept);
+    }
+    adopt(text.values());
 }
 
-void IniUserDefaults::adopt(const Values &values) {
-    const Values before = std::exchange(m_values, values);
+/// Why there is none is told once.
+std::expected<QByteArray, QString> IniUserDefaults::fileText() {
+    auto text = readFile(m_path);
+    const QString trouble = text ? QString() : text.error();
+    if (std::exchange(m_trouble, trouble) != trouble && !trouble.isEmpty()) {
+        qWarning("The settings in %s are left alone: %s", qPrintable(m_path), qPrintable(trouble));
+    }
+    return text;
+}
+
+void IniUserDefaults::adopt(const IniText::Values &values) {
+    const IniText::Values before = std::exchange(m_values, values);
     QStringList keys = before.keys() + values.keys();
     keys.removeDuplicates();
     for (const QString &key : std::as_const(keys)) {
@@ -146,20 +197,9 @@ void IniUserDefaults::adopt(const Values &values) {
     }
 }
 
-IniUserDefaults::Values IniUserDefaults::fileValues() const {
-    Values values;
-    const QStringList keys = m_file.childKeys();
-    for (const QString &key : keys) {
-        // An empty list is kept as the invalid value.
-        const QVariant kept = m_file.value(key, QStringList());
-        values.insert(key, kept.isValid() ? keptForm(kept) : QStringList());
-    }
-    return values;
-}
-
 /// A file that was replaced, and a folder that was not there before, have to be watched anew.
 void IniUserDefaults::watch() {
-    const QFileInfo file(m_file.fileName());
+    const QFileInfo file(m_path);
     QStringList wanted{nearestExistingFolder(file.absolutePath())};
     if (file.exists()) {
         wanted.append(file.absoluteFilePath());

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "app/platform/IniText.h"
 #include "app/platform/UserDefaults.h"
 
 #include <QFileSystemWatcher>
-#include <QMap>
-#include <QSettings>
 #include <QTimer>
+
+#include <chrono>
+#include <expected>
 
 namespace tallyview {
 
@@ -14,7 +16,9 @@ namespace tallyview {
 /// A change is written within a quarter of a second, and at destruction at the latest. A change
 /// that another process writes, in place or by replacing the file, is noticed; where both changed
 /// the same key, the one written last stays. While another process holds the file's lock a change
-/// waits; a lock that is left behind is broken after ten seconds.
+/// waits; a lock that is left behind is broken after ten seconds. What is no regular file, or is
+/// larger than 1 MiB, is neither read nor written, and standard error says so once. Nobody but the
+/// user may read what is written.
 class IniUserDefaults : public UserDefaults {
     Q_OBJECT
 
@@ -31,19 +35,21 @@ public:
     void setValue(const QString &key, const QVariant &value) override;
     void remove(const QString &key) override;
 
-private:
-    using Values = QMap<QString, QVariant>;
+    /// Writes now what is not yet written.
+    void flush();
 
+private:
     void change(const QString &key, const QVariant &kept);
-    bool write();
+    bool write(std::chrono::milliseconds patience);
     void synchronize();
-    void adopt(const Values &values);
-    Values fileValues() const;
+    std::expected<QByteArray, QString> fileText();
+    void adopt(const IniText::Values &values);
     void watch();
 
-    QSettings m_file;
-    Values m_values;  ///< what value() answers
-    Values m_pending; ///< not yet written; invalid for a key to remove
+    QString m_path;
+    QString m_trouble;         ///< why the file is left alone
+    IniText::Values m_values;  ///< what value() answers
+    IniText::Values m_pending; ///< not yet written; invalid for a key to remove
     QTimer m_syncTimer;
     QFileSystemWatcher m_watcher;
 };

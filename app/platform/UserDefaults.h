@@ -20,8 +20,8 @@ public:
     using QObject::QObject;
 
     /// The value under `key` in the form in which it is kept, the same before and after a restart:
-    /// a text (numbers as digits, booleans as "true" or "false"), a list of texts, a date and time
-    /// or bytes. Invalid when absent.
+    /// a text (numbers as digits, booleans as "true" or "false", a date and time as ISO 8601 writes
+    /// it) or a list of texts. Invalid when absent.
     virtual QVariant value(const QString &key) const = 0;
     /// Keeps `value` under `key`; an invalid one removes the key. Cheap enough for every step of a
     /// drag.

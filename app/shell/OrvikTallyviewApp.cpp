@@ -10,7 +10,9 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace tallyview {
@@ -98,6 +100,13 @@ void OrvikTallyviewApp::loadTrayItem() {
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Orvik/Tallyview/Shell/TrayItem.qml")));
 }
 
+void OrvikTallyviewApp::finish(int status) {
+    m_defaults.flush();
+    if (!m_model.stopReading(std::chrono::milliseconds(100))) {
+        std::_Exit(status);
+    }
+}
+
 int runTallyview(int argc, char **argv) {
     const QStringList arguments(argv + 1, argv + argc);
     if (const auto answer = commandLineAnswer(arguments)) {
@@ -132,7 +141,9 @@ int runTallyview(int argc, char **argv) {
         return EXIT_SUCCESS;
     }
     OrvikTallyviewApp app(instance);
-    return app.start(activation) ? QGuiApplication::exec() : EXIT_FAILURE;
+    const int status = app.start(activation) ? QGuiApplication::exec() : EXIT_FAILURE;
+    app.finish(status);
+    return status;
 }
 
 } // namespace tallyview

@@ -37,6 +37,10 @@ public:
     /// error says why.
     bool start(const std::optional<QString> &activationToken);
 
+    /// To be called when the event loop has ended. Ends the process here and now, with all settings
+    /// written, where the background reading waits for something that may never come.
+    void finish(int status);
+
     /// Where the agent keeps its state, in the current user's home directory.
     static std::filesystem::path databaseURL();
 

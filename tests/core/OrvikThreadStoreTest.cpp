@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
 #include <vector>
 
@@ -260,6 +261,33 @@ TEST_F(OrvikThreadStoreTest, waitsForALockButNotForEver) {
     });
     EXPECT_TRUE(store.listThreads().has_value());
     release.join();
+}
+
+/// What a file of unknown origin may hold in place of the table.
+TEST_F(OrvikThreadStoreTest, aForeignSchemaDoesNoHarm) {
+    const std::string others =
+        " AS id, 1 AS title, '' AS preview, '' AS cwd, '' AS source, '' AS model, '' AS"
+        " reasoning_effort, '' AS git_branch, 1000000000 AS tokens_used, 0 AS created_at, 0 AS"
+        " created_at_ms, 0 AS updated_at, 0 AS updated_at_ms, 0 AS recency_at, 0 AS recency_at_ms,"
+        " 0 AS archived, '' AS agent_role, '' AS agent_path, '' AS rollout_path";
+    const std::pair<std::string, std::string> cases[] = {
+        {"VIEW threads AS SELECT 7" + others, "7"},
+        {"VIEW threads AS SELECT load_extension('/tmp/x')" + others,
+         "unsafe use of load_extension()"},
+        {"VIEW threads AS SELECT (SELECT file FROM pragma_database_list)" + others,
+         "unsafe use of virtual table \"pragma_database_list\""},
+        {"TABLE threads AS SELECT x'61ff'" + others + ", 0 AS more, 0 AS rowid", "a\uFFFD"},
+    };
+    for (const auto &[content, expected] : cases) {
+        std::filesystem::remove(path);
+        Writer(path).execute("CREATE " + content);
+        const auto threads = store.listThreads();
+        EXPECT_EQ(threads ? threads->at(0).id() : threads.error().text(), expected) << content;
+    }
+    std::filesystem::remove(path);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    expectFailure(path, Kind::openFailed,
+                  "无法只读打开 Orvik 数据库：unable to open database file");
 }
 
 } // namespace

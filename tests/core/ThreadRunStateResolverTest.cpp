@@ -62,13 +62,14 @@ TEST_F(ThreadRunStateResolverTest, needsAReadableRegularFile) {
     const std::string pipe = folder.path("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::filesystem::create_symlink(file, folder.path("link"));
+    std::filesystem::create_symlink("loop", folder.path("loop"));
     const auto before = tests::openDescriptors();
     const ThreadRunStateResolver resolver;
     EXPECT_EQ(resolver.resolve(folder.path("link"), false), running);
     EXPECT_EQ(resolver.resolve(file, true), completed);
     for (const std::string &path :
-         {std::string(), folder.path("missing"), folder.path("."), pipe, std::string("/dev/zero"),
-          "file://" + file, file + "/", file + std::string("\0x", 2)}) {
+         {std::string(), folder.path("missing"), folder.path("."), folder.path("loop"), pipe,
+          std::string("/dev/zero"), "file://" + file, file + "/", file + std::string("\0x", 2)}) {
         EXPECT_EQ(resolver.resolve(path, false), completed) << path;
     }
     EXPECT_EQ(tests::openDescriptors(), before);

@@ -1,5 +1,7 @@
 #include "tests/support/ModelFixture.h"
 
+#include <sqlite3.h>
+
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -154,6 +156,33 @@ private slots:
         int status = 0;
         QCOMPARE(::waitpid(child, &status, 0), child);
         QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
+    }
+
+    void stoppingEndsAQueryAndDoesNotWaitForALock() {
+        using std::chrono::milliseconds;
+        const std::pair<const char *, bool> cases[] = {
+            {"DROP TABLE threads; CREATE VIEW threads AS WITH n AS (SELECT 1 AS id UNION ALL"
+             " SELECT id FROM n) SELECT id, id title, id preview, id cwd, id source, id model,"
+             " id reasoning_effort, id git_branch, id tokens_used, id created_at, id created_at_ms,"
+             " id updated_at, id updated_at_ms, id recency_at, id recency_at_ms, id archived,"
+             " id agent_role, id agent_path, id rollout_path FROM n WHERE id = 2",
+             true},
+            {"BEGIN EXCLUSIVE", false},
+        };
+        for (const auto &[sql, ends] : cases) {
+            ModelFixture f;
+            f.write({{.id = "a"}});
+            sqlite3 *writer = nullptr;
+            sqlite3_open(f.databasePath().c_str(), &writer);
+            QCOMPARE(sqlite3_exec(writer, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+            f.model.refresh();
+            QTest::qWait(100);
+            QVERIFY(f.model.isLoading());
+            const auto start = std::chrono::steady_clock::now();
+            QCOMPARE(f.model.stopReading(milliseconds(200)), ends);
+            QVERIFY(std::chrono::steady_clock::now() - start < milliseconds(400));
+            sqlite3_close(writer);
+        }
     }
 };
 

@@ -5,18 +5,21 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
 #include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tallyview;
 
 namespace {
 
-/// As another process does: QSettings objects of one process share their values past the file.
+/// As another process does.
 void writeInPlace(const QString &path, const QByteArray &text) {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -86,7 +89,7 @@ private slots:
             {true, "true"},
             same("007"),
             same("@Invalid()"),
-            same(QDateTime::fromMSecsSinceEpoch(1'700'000'000'123).toUTC()),
+            {QDateTime::fromMSecsSinceEpoch(1'700'000'000'123), "2023-11-14T22:13:20.123Z"},
         };
         // A folder that cannot be made: the values last as long as the process.
         writeInPlace(path("file"), "");
@@ -107,13 +110,7 @@ private slots:
 
     void malformedValuesAreAbsent() {
         IniUserDefaults defaults(path());
-        const QVariant date = QDateTime::currentDateTimeUtc();
         QCOMPARE(defaults.stringList("absent"), std::nullopt);
-        defaults.setValue("date", date);
-        QCOMPARE(defaults.stringList("date"), std::nullopt);
-        QCOMPARE(defaults.text("date"), std::nullopt);
-        defaults.setValue("mixed", QVariantList{"a", date});
-        QCOMPARE(defaults.stringList("mixed"), std::nullopt);
         for (const char *text : {"", "wide", "nan", "inf", "12px"}) {
             defaults.setValue("number", text);
             QCOMPARE(defaults.number("number"), std::nullopt);
@@ -158,6 +155,64 @@ private slots:
             QTRY_COMPARE(defaults.text("appearanceMode"), "light");
             QTest::qWait(300);
             QCOMPARE(changedKeys(spy), QStringList({"appearanceMode", "gone", "new"}));
+        }
+    }
+
+    void readsWhatQtWroteAndKeepsTheRest() {
+        const QByteArray others = "; mine\n[Other]\nb=@Variant(\\0)\n\n[General]\n";
+        const QByteArray hostile = "v=@Variant(\\0\\0\\0\\x7f)\nl=a, @ByteArray(b)\n";
+        const QByteArray plain =
+            "a\\b=3\nt=\" a;\\x4efb\\\"\" ; c\ne=@Invalid()\ns=@@x\nu= 任 务 , \"\" \n";
+        QVERIFY(QDir().mkpath(path("orvik")));
+        writeInPlace(path(), others + hostile + plain);
+        IniUserDefaults defaults(path());
+        for (const char *absent : {"b", "v", "l"}) {
+            QCOMPARE(defaults.value(absent), QVariant());
+        }
+        QCOMPARE(defaults.text("t"), " a;任\"");
+        QCOMPARE(defaults.stringList("e"), QStringList());
+        QCOMPARE(defaults.text("s"), "@x");
+        QCOMPARE(defaults.stringList("u"), (QStringList{"任 务", ""}));
+        defaults.setValue("n", QStringList{"\x01"
+                                           "1",
+                                           "=", "@"});
+        defaults.flush();
+        QCOMPARE(fileText(), others + hostile + plain + "n=\\x1\\x31, \"=\", @@\n");
+        writeInPlace(path("copy"), plain + "n=\\x1\\x31, \"=\", @@\n");
+        const QSettings file(path("copy"), QSettings::IniFormat);
+        QCOMPARE(file.value("n").toStringList(), (QStringList{"\x01"
+                                                              "1",
+                                                              "=", "@"}));
+        QCOMPARE(file.value("t"), defaults.value("t"));
+        IniUserDefaults(path("new/deep/conf")).setValue("a", 1);
+        for (const char *made : {"orvik/tallyview.conf", "new", "new/deep", "new/deep/conf"}) {
+            QCOMPARE(QFile::permissions(path(made)) & 0x77, QFile::Permissions());
+        }
+    }
+
+    void whatIsNoOrdinaryFileIsLeftAlone() {
+        using Maker = void (*)(const QByteArray &);
+        const std::pair<QString, Maker> cases[] = {
+            {"not a regular file", [](auto &name) { mkfifo(name, 0600); }},
+            {"not a regular file", [](auto &name) { mkdir(name, 0700); }},
+            {"Too many levels of symbolic links", [](auto &name) { (void)!symlink(name, name); }},
+            {"larger than 1 MiB", [](auto &name) { writeInPlace(name, QByteArray(2 << 20, ' ')); }},
+        };
+        static QStringList told;
+        for (const auto &[reason, make] : cases) {
+            const QString conf = path(QString::number(&make - &cases[0].second));
+            make(QFile::encodeName(conf));
+            const auto before = QFileInfo(conf).size();
+            const auto handler = qInstallMessageHandler(
+                [](auto, auto &, const QString &message) { told.append(message); });
+            IniUserDefaults defaults(conf);
+            defaults.setValue("a", 1);
+            QTest::qWait(500);
+            qInstallMessageHandler(handler);
+            QCOMPARE(defaults.text("a"), "1");
+            QCOMPARE(told, QStringList("The settings in " + conf + " are left alone: " + reason));
+            told.clear();
+            QCOMPARE(QFileInfo(conf).size(), before);
         }
     }
 };

@@ -1,0 +1,48 @@
+#include "core/ReadOnlyConnection.h"
+
+#include "core/UnicodeText.h"
+
+namespace tallyview {
+
+namespace {
+
+constexpr int busyTimeoutMilliseconds = 3000;
+constexpr int instructionsBetweenLooks = 10'000; ///< well under a millisecond
+
+int isStopRequested(void *stop) {
+    return static_cast<const std::stop_token *>(stop)->stop_requested() ? 1 : 0;
+}
+
+/// What a view or an index of a schema calls that is not ours has no effect beyond its value, and
+/// a query without end has one.
+void defend(sqlite3 *connection, const std::stop_token &stop) {
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_limit(connection, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_exec(connection, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
+    sqlite3_progress_handler(connection, instructionsBetweenLooks, isStopRequested,
+                             const_cast<std::stop_token *>(&stop));
+}
+
+} // namespace
+
+std::expected<ReadOnlyConnection, std::string> openReadOnly(const std::filesystem::path &path,
+                                                            const std::stop_token &stop) {
+    constexpr int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_FULLMUTEX;
+    sqlite3 *handle = nullptr;
+    const int code = sqlite3_open_v2(path.c_str(), &handle, flags, nullptr);
+    ReadOnlyConnection connection(handle);
+    if (!connection) {
+        return std::unexpected("未知错误");
+    }
+    if (code != SQLITE_OK) {
+        return std::unexpected(decodedUtf8(sqlite3_errmsg(handle)));
+    }
+    sqlite3_busy_timeout(handle, busyTimeoutMilliseconds);
+    // Sorts in memory: the agent's texts stay out of temporary files.
+    sqlite3_exec(handle, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
+    defend(handle, stop);
+    return connection;
+}
+
+} // namespace tallyview
