@@ -37,6 +37,12 @@ QImage painted(const SoftLook &look, const QRectF &place, const QQuickWindow &wi
     return image;
 }
 
+void set(QObject &object, const QVariantMap &properties) {
+    for (const auto &[name, value] : properties.asKeyValueRange()) {
+        object.setProperty(qPrintable(name), value);
+    }
+}
+
 } // namespace
 
 /// What a window shows of a surface, put together from a small patch.
@@ -44,46 +50,33 @@ class SoftSurfaceTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theWindowShowsTheWholePicture_data() {
-        QTest::addColumn<QRectF>("place");
-        QTest::addColumn<int>("radius");
-        QTest::newRow("row") << QRectF(30, 30, 301, 58) << 11;
-        QTest::newRow("row between pixels") << QRectF(31, 33, 300, 57) << 11;
-        QTest::newRow("card") << QRectF(30, 30, 260, 190) << 16;
-        QTest::newRow("capsule") << QRectF(30, 30, 120, 30) << 15;
-        QTest::newRow("square corners") << QRectF(30, 30, 90, 90) << 0;
-        QTest::newRow("tiny") << QRectF(30, 30, 2, 2) << 4;
-    }
     void theWindowShowsTheWholePicture() {
-        QFETCH(const QRectF, place);
-        QFETCH(const int, radius);
-        const SoftPalette &palette = SoftPalette::of(false);
-        QQuickWindow window;
-        window.setColor(palette.canvas);
-        window.resize(400, 280);
-        SoftSurface surface(window.contentItem());
-        surface.setPosition(place.topLeft());
-        surface.setSize(place.size());
-        surface.setProperty("radius", radius);
-        surface.setProperty("fill", palette.raisedSurface);
-        surface.setProperty("outline", palette.hairline);
-        surface.darkShadow()->setProperty("color", palette.softShadowDark);
-        surface.darkShadow()->setProperty("blur", 6);
-        surface.darkShadow()->setProperty("x", 3);
-        surface.darkShadow()->setProperty("y", 3);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        const QImage shown = window.grabWindow().convertToFormat(QImage::Format_RGB32);
-
-        SoftLook look;
-        look.radius = radius;
-        look.fill = palette.raisedSurface;
-        look.outline = palette.hairline;
-        look.outlineWidth = 1;
-        look.shadows[0] = {palette.softShadowDark, 6, {3, 3}};
-        const QImage expected = painted(look, place, window);
-        QCOMPARE(shown.size(), expected.size());
-        QVERIFY2(greatestDifference(shown, expected) <= 2, "the pictures differ");
+        const std::pair<QRectF, int> cases[] = {{{30, 30, 301, 58}, 11},  {{31, 33, 300, 57}, 11},
+                                                {{30, 30, 260, 190}, 16}, {{30, 30, 120, 30}, 15},
+                                                {{30, 30, 90, 90}, 0},    {{30, 30, 2, 2}, 4}};
+        for (const auto &[place, radius] : cases) {
+            SoftLook look;
+            look.radius = radius;
+            look.fill = SoftPalette::of(false).raisedSurface;
+            look.outline = SoftPalette::of(false).hairline;
+            look.outlineWidth = 1;
+            look.shadows[0] = {SoftPalette::of(false).softShadowDark, 6, {3, 3}};
+            QQuickWindow window;
+            window.setColor(SoftPalette::of(false).canvas);
+            window.resize(400, 280);
+            SoftSurface surface(window.contentItem());
+            surface.setPosition(place.topLeft());
+            surface.setSize(place.size());
+            set(surface, {{"radius", radius}, {"fill", look.fill}, {"outline", look.outline}});
+            set(*surface.darkShadow(),
+                {{"color", look.shadows[0].color}, {"blur", 6}, {"x", 3}, {"y", 3}});
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            const QImage shown = window.grabWindow().convertToFormat(QImage::Format_RGB32);
+            const QImage expected = painted(look, place, window);
+            QCOMPARE(shown.size(), expected.size());
+            QVERIFY2(greatestDifference(shown, expected) <= 2, "the pictures differ");
+        }
     }
 };
 

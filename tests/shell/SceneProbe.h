@@ -32,17 +32,17 @@ public:
     QColor pixel(int x, int y) const;
     void click(const QQuickItem *item) const;
 
-    /// The texts, symbols and surfaces inside an item, a line each in the order of the tree:
+    /// The texts, symbols and surfaces inside an item, in the order of the tree:
     ///
-    ///     text "全部" 11 600 rounded secondaryInk lines 1
-    ///     symbol star 11 600 primaryInk
-    ///     surface 310x44 radius 11 raisedSurface rim rimLight shadow softShadowDark 5.04 3.6 3.6
+    ///     Text 全部 11 600 1 2 secondaryInk
+    ///     Symbol star 11 600 primaryInk
+    ///     Surface 30 30 9 true raisedSurface hairline 1 shadow softShadowDark 3 2 2 shadow …
     ///
-    /// Colours stand under the names of their roles. An opacity of their own follows as "@0.66".
-    /// "circular" are corners that are quarter circles; a rim's width stands where it is not 1.
-    static QString looks(const QQuickItem *item, bool dark = false);
-    /// Whether `actual` is the lines of `wanted`, in which "*" stands for any text.
-    static bool matches(const QString &actual, const QString &wanted);
+    /// The number before the colour of a text is the greatest of its lines.
+    ///
+    /// Colours stand under their names in the light theme. An opacity of their own follows as
+    /// "@0.66".
+    static QStringList looks(const QQuickItem *item);
 
     QQuickWindow *window = nullptr;
 };

@@ -7,11 +7,11 @@
 #include "demo/Rollout.h"
 #include "demo/SampleDatabase.h"
 
-#include <QMap>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -20,30 +20,27 @@ namespace tallyview::test {
 
 class MemoryDefaults : public UserDefaults {
 public:
-    QVariant value(const QString &key) const override { return m_values.value(key); }
+    QVariant value(const QString &key) const override { return values.value(key); }
     void setValue(const QString &key, const QVariant &value) override {
         const int type = value.typeId();
         const bool isKeptAsText = type == QMetaType::Double || type == QMetaType::Bool;
-        m_values.insert(key, isKeptAsText ? QVariant(value.toString()) : value);
+        values.insert(key, isKeptAsText ? QVariant(value.toString()) : value);
         emit changed(key);
     }
-    void remove(const QString &key) override { m_values.remove(key); }
+    void remove(const QString &key) override { values.remove(key); }
 
-private:
-    QMap<QString, QVariant> m_values;
+    QVariantMap values;
 };
 
 class RecordingOpener : public UrlOpener {
 public:
     void open(const QByteArray &url, const QString &) override { opened.append(url); }
-
     QList<QByteArray> opened;
 };
 
 class MemoryPasteboard : public Pasteboard {
 public:
     void setText(const QString &copied) override { text = copied; }
-
     QString text;
 };
 
@@ -85,18 +82,15 @@ public:
                                                    .collationLocale = QLocale(QLocale::English)}) {}
 
     std::filesystem::path databasePath() const {
-        return std::filesystem::path(home.path().toStdString()) / ".orvik/state_5.sqlite";
+        return home.filePath(".orvik/state_5.sqlite").toStdString();
     }
 
     /// The agent now has exactly these threads.
     void write(const std::vector<Sample> &samples) const {
         std::vector<demo::SampleRow> rows;
-        for (const Sample &sample : samples) {
-            rows.push_back(row(sample));
-        }
-        const auto written =
-            demo::writeDatabase(databasePath(), rows, demo::SampleJournal::rollback);
-        QVERIFY2(written.has_value(), written ? "" : written.error().c_str());
+        std::ranges::transform(samples, std::back_inserter(rows),
+                               [this](const Sample &sample) { return row(sample); });
+        QVERIFY(demo::writeDatabase(databasePath(), rows, demo::SampleJournal::rollback));
     }
 
     /// Returns when everything that follows the model has followed it.
@@ -125,12 +119,7 @@ public:
         return QString::fromStdString(model.selectedThreadID().value_or("none"));
     }
     ThreadRecord thread(const std::string &id) const {
-        for (const ThreadRecord &candidate : model.threads()) {
-            if (candidate.id() == id) {
-                return candidate;
-            }
-        }
-        qFatal("no such thread");
+        return *std::ranges::find(model.threads(), id, &ThreadRecord::id);
     }
 
     QTemporaryDir home;
@@ -156,13 +145,12 @@ private:
         if (sample.age) {
             row.updatedAtMs = (noon - *sample.age) * 1000;
         }
-        const auto rollout = std::filesystem::path(home.path().toStdString()) /
-                             (sample.running ? "running.jsonl" : "completed.jsonl");
+        const char *lastEvent = sample.running ? "task_started" : "task_complete";
+        const std::string rollout = home.filePath(lastEvent).toStdString();
         if (!std::filesystem::exists(rollout)) {
-            [[maybe_unused]] const auto appended =
-                demo::appendEvent(rollout, sample.running ? "task_started" : "task_complete");
+            [[maybe_unused]] const auto appended = demo::appendEvent(rollout, lastEvent);
         }
-        row.rolloutPath = rollout.string();
+        row.rolloutPath = rollout;
         return row;
     }
 };
