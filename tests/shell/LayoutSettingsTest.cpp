@@ -51,7 +51,15 @@ private slots:
         f.defaults.setValue("dashboardMode", "standard");
         // Seen by those who replace the workspace: it goes with its project still open.
         QCOMPARE(order.join(u'|'), "deselected|atlas · 任务动态");
-        QVERIFY(!workspace.focusProject()->name());
+        QVERIFY(workspace.focusProject()->title().isEmpty());
+
+        // Another text for the same mode, or none, changes nothing.
+        f.model.setSelectedProject("atlas");
+        for (const QVariant &text : {QVariant("grid"), QVariant(), QVariant("standard")}) {
+            f.defaults.setValue("dashboardMode", text);
+            QVERIFY(f.model.selectedProject() == "atlas");
+        }
+        QCOMPARE(order.size(), 2);
     }
 };
 

@@ -328,6 +328,14 @@ private slots:
         }
     }
 
+    void anAppearanceComesAllAtOnce() {
+        ShellFixture f(twoProjects(), {}, true);
+        f.defaults.setValue("appearanceMode", "dark");
+        // A colour without a role is on its way from light.
+        const QString looks = f.looks(f.item("ThreadIndexView"), true);
+        QVERIFY2(!looks.contains('#'), qPrintable(looks));
+    }
+
     void longTextsAreCut() {
         const QString name = QString("Ab").repeated(150);
         const std::string id(300, 'x');
