@@ -12,13 +12,5 @@ Item {
     property real enterScale: 0.985
     property real leaveScale: 1
 
-    // Moves the keyboard focus to the search field, if there is one.
-    function focusSearch() {
-    }
-    // Scrolls for a key; false when there is nothing to scroll or the key is no scrolling key.
-    function scrollForKey(key: int): bool {
-        return false;
-    }
-
     anchors.fill: parent
 }

@@ -18,6 +18,8 @@ Flickable {
     property real revealMargin: 4
     /// Whether the scrollers show all the time.
     property bool scrollersStay: false
+    /// Whether it gets the page keys of the window that nothing around the focus takes.
+    property bool takesWindowKeys: false
 
     readonly property Item focusedItem: Window.activeFocusItem
 
@@ -83,6 +85,13 @@ Flickable {
     interactive: false
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
+    // What cannot scroll leaves the keys to the view around it.
+    Keys.enabled: enabled && lowestTop > 0
+    Keys.onPressed: event => event.accepted = scrollForKey(event.key)
+    Component.onCompleted: {
+        if (takesWindowKeys)
+            PageKeys.offer(view);
+    }
     onFocusedItemChanged: {
         for (let item = focusedItem; item; item = item.parent) {
             if (item.parent === contentItem && isReached(focusedItem))

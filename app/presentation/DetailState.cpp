@@ -1,7 +1,5 @@
 #include "app/presentation/DetailState.h"
 
-#include <utility>
-
 namespace tallyview {
 
 void DetailState::togglePin() {
@@ -31,20 +29,11 @@ void DetailState::update() {
         m_number = ThreadFormatting::numberIn(model()->environment().numberLocale);
     }
     m_thread = model()->selectedThread();
-    ThreadDetail detail;
+    m_identity = QString::fromStdString(model()->selectedThreadID().value_or("empty-detail"));
+    m_detail = ThreadDetail();
     if (m_thread) {
-        const DashboardEnvironment &environment = model()->environment();
-        detail = threadDetail(*m_thread, model()->pinnedIDs().contains(m_thread->id()),
-                              environment.utcOffset(), *m_number);
-    }
-    const bool differs = std::exchange(m_detail, detail) != detail;
-    const QString identity =
-        QString::fromStdString(model()->selectedThreadID().value_or("empty-detail"));
-    if (std::exchange(m_identity, identity) != identity) {
-        emit identityChanged();
-    }
-    if (differs) {
-        emit detailChanged();
+        m_detail = threadDetail(*m_thread, model()->pinnedIDs().contains(m_thread->id()),
+                                model()->environment().utcOffset(), *m_number);
     }
 }
 

@@ -9,8 +9,8 @@ namespace tallyview {
 class DetailState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString identity READ identity NOTIFY identityChanged)
-    Q_PROPERTY(tallyview::ThreadDetail detail READ detail NOTIFY detailChanged)
+    Q_PROPERTY(QString identity READ identity NOTIFY changed)
+    Q_PROPERTY(tallyview::ThreadDetail detail READ detail NOTIFY changed)
 
 public:
     using ModelObserver::ModelObserver;
@@ -29,11 +29,6 @@ public:
 
     /// Puts a part of what the panel shows on the pasteboard.
     Q_INVOKABLE void copyText(const QString &text) const;
-
-signals:
-    /// Comes before detailChanged(), so that content that is being replaced keeps what it shows.
-    void identityChanged();
-    void detailChanged();
 
 private:
     void update() override;

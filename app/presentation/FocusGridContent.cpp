@@ -1,7 +1,5 @@
 #include "app/presentation/FocusGridContent.h"
 
-#include <algorithm>
-
 namespace tallyview {
 
 void FocusGridContent::setGrid(FocusGridState *grid) {
@@ -10,6 +8,7 @@ void FocusGridContent::setGrid(FocusGridState *grid) {
 }
 
 void FocusGridContent::update() {
+    m_face = m_grid->face();
     const auto &failure = model()->errorMessage();
     m_message = failure ? QString::fromStdString(*failure)
                         : QStringLiteral("Orvik 产生任务后，项目会自动出现在这里。");
@@ -19,7 +18,6 @@ void FocusGridContent::update() {
         cards.push_back(projectCard(project, m_grid->evaluatedAt(), utcOffset));
     }
     m_cards.show(std::move(cards));
-    emit changed();
 }
 
 } // namespace tallyview

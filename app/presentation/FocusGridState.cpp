@@ -9,7 +9,6 @@ void FocusGridState::update() {
     m_runningCount = QString::number(model()->runningCount());
     m_totalCount = QString::number(model()->rootCount());
     m_face = currentFace();
-    emit changed();
 }
 
 FocusGridState::Face FocusGridState::currentFace() const {

@@ -6,15 +6,15 @@
 
 namespace tallyview {
 
-/// What the grid of projects shows: the figures of its header, which of its faces is due, and the
-/// projects that its content draws from.
+/// What the header of the project grid shows, and the projects and the face that its content draws
+/// from.
 class FocusGridState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString projectCount READ projectCount NOTIFY changed)
     Q_PROPERTY(QString runningCount READ runningCount NOTIFY changed)
     Q_PROPERTY(QString totalCount READ totalCount NOTIFY changed)
-    Q_PROPERTY(Face face READ face NOTIFY changed)
+    Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
 
 public:
     enum Face { Loading, Grid, Empty };
@@ -25,14 +25,13 @@ public:
     QString projectCount() const { return m_projectCount; }
     QString runningCount() const { return m_runningCount; }
     QString totalCount() const { return m_totalCount; }
-    Face face() const { return m_face; }
+    /// Names the face; the content is replaced when it changes.
+    QString contentIdentity() const { return QString::number(m_face); }
 
+    Face face() const { return m_face; }
     /// Of the last update, latest activity first.
     const std::vector<ProjectSummary> &projects() const { return m_projects; }
     Instant evaluatedAt() const { return m_evaluatedAt; }
-
-signals:
-    void changed();
 
 private:
     void update() override;

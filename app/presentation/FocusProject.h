@@ -18,8 +18,7 @@ public:
     /// The model outlives this object.
     explicit FocusProject(DashboardModel &model) : m_model(model) {}
 
-    const std::optional<QString> &name() const { return m_name; }
-    /// Heads the threads of the open project; empty when none is open.
+    /// Heads the threads of the open project; empty exactly when none is open.
     QString title() const;
 
     /// Opens the project of this exact name; the model then shows its threads only.

@@ -48,8 +48,7 @@ std::vector<int> longestIncreasing(const std::vector<int> &values) {
     return result;
 }
 
-/// Emits one step per run of absent entries; `order` holds the positions to look at, in the
-/// order in which the runs are applied.
+/// Appends one step per run of absent entries.
 void appendRuns(std::vector<ListStep> &steps, ListStep::Kind kind,
                 const std::vector<int> &counterparts, bool fromEnd) {
     const int size = static_cast<int>(counterparts.size());

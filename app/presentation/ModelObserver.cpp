@@ -26,7 +26,7 @@ void ModelObserver::setLive(bool live) {
 }
 
 void ModelObserver::follow(const ModelObserver &source) {
-    connect(&source, &ModelObserver::updated, this, [this, &source] {
+    connect(&source, &ModelObserver::changed, this, [this, &source] {
         if (m_live) {
             takeModel(source.model());
         }
@@ -38,7 +38,7 @@ void ModelObserver::takeModel(DashboardModel *model) {
     m_model = model;
     if (model) {
         update();
-        emit updated();
+        emit changed();
     }
 }
 

@@ -30,7 +30,7 @@ signals:
     void modelChanged();
     void liveChanged();
     /// What is shown has been worked out anew.
-    void updated();
+    void changed();
 
 protected:
     /// Recomputes what is shown. Called with a model only.

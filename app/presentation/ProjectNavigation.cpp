@@ -55,7 +55,6 @@ void ProjectNavigation::update() {
     m_allProjects = !model()->selectedProject();
     m_pinnedOnly = model()->pinnedOnly();
     m_pinnedCount = QString::number(model()->pinnedIDs().size());
-    emit changed();
 }
 
 void ProjectNavigation::countThreads() {

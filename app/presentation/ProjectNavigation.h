@@ -63,9 +63,6 @@ public:
     Q_INVOKABLE void togglePinnedOnly();
     Q_INVOKABLE void showArchived();
 
-signals:
-    void changed();
-
 private:
     void update() override;
     void countThreads();

@@ -17,7 +17,7 @@ void TaskSummary::update() {
         text = runningText();
     }
     if (std::exchange(m_text, text) != text) {
-        emit changed();
+        emit textChanged();
     }
 }
 

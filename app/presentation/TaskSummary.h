@@ -11,7 +11,7 @@ namespace tallyview {
 class TaskSummary : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString toolTip READ toolTip NOTIFY changed)
+    Q_PROPERTY(QString toolTip READ toolTip NOTIFY textChanged)
 
 public:
     using ModelObserver::ModelObserver;
@@ -22,8 +22,7 @@ public:
     QString toolTip() const;
 
 signals:
-    /// Only when the line reads differently.
-    void changed();
+    void textChanged();
 
 private:
     void update() override;

@@ -160,6 +160,7 @@ void ThreadIndexContent::rebuildRows() {
     }
     m_headers.show(std::move(headers));
     m_rows.show(std::move(rows));
+    ++m_rowsRevision;
     emit rowsChanged();
 }
 

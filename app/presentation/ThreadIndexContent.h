@@ -19,6 +19,7 @@ class ThreadIndexContent : public tallyview::ModelObserver {
     Q_PROPERTY(Face face READ face NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY changed)
+    Q_PROPERTY(int rowsRevision MEMBER m_rowsRevision NOTIFY rowsChanged)
     Q_PROPERTY(QAbstractItemModel *headers READ headers CONSTANT)
     Q_PROPERTY(QAbstractItemModel *rows READ rows CONSTANT)
 
@@ -49,7 +50,6 @@ public:
 signals:
     void viewTopChanged();
     void viewHeightChanged();
-    void changed();
     /// Headers or rows have come, gone or moved.
     void rowsChanged();
     /// The view is to show the list from `top` on.
@@ -85,6 +85,7 @@ private:
     TimeGroupRowList m_headers;
     TaskRowList m_rows;
     std::vector<ThreadRecord> m_rowThreads; ///< the threads of m_rows
+    int m_rowsRevision = 0;                 ///< counts how often headers or rows may have moved
 };
 
 } // namespace tallyview

@@ -33,6 +33,14 @@ QString identity(const DashboardModel &model) {
 
 } // namespace
 
+void ThreadIndexState::setProject(FocusProject *project) {
+    if (project) {
+        m_project = project;
+        m_title = project->title();
+        emit changed();
+    }
+}
+
 QStringList ThreadIndexState::statusTitles() { return titles<TaskStatusFilter>(); }
 
 QStringList ThreadIndexState::recencyTitles() { return titles<TaskRecencyFilter>(); }
@@ -40,8 +48,9 @@ QStringList ThreadIndexState::recencyTitles() { return titles<TaskRecencyFilter>
 void ThreadIndexState::countThreads() {
     m_statusLabels.clear();
     for (const TaskStatusFilter filter : allCases<TaskStatusFilter>) {
-        m_statusLabels.append(
-            QStringLiteral("%1，%2 个任务").arg(text(title(filter))).arg(model()->count(filter)));
+        m_statusLabels.append(QStringLiteral("%1，%2 个任务")
+                                  .arg(text(tallyview::title(filter)))
+                                  .arg(model()->count(filter)));
     }
 }
 
@@ -63,6 +72,11 @@ QString ThreadIndexState::visibleCount() const {
     return QStringLiteral("%1 条").arg(m_visible.size());
 }
 
+bool ThreadIndexState::hasExtraFilters() const {
+    return model() &&
+           (m_project ? model()->hasExtraFiltersIgnoringProject() : model()->hasExtraFilters());
+}
+
 void ThreadIndexState::chooseStatus(int position) {
     model()->setStatusFilter(caseAt<TaskStatusFilter>(position));
 }
@@ -71,12 +85,10 @@ void ThreadIndexState::chooseRecency(int position) {
     model()->setRecencyFilter(caseAt<TaskRecencyFilter>(position));
 }
 
-void ThreadIndexState::resetFilters() { model()->clearFilters(); }
-
-void ThreadIndexState::resetFiltersKeepingProject() {
+void ThreadIndexState::resetFilters() {
     const std::optional<std::string> project = model()->selectedProject();
     model()->clearFilters();
-    if (project) {
+    if (m_project && project) {
         model()->setSelectedProject(project);
     }
 }
@@ -95,7 +107,6 @@ void ThreadIndexState::update() {
         m_counted = counted;
         countThreads();
     }
-    emit changed();
 }
 
 } // namespace tallyview

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/presentation/FocusProject.h"
 #include "app/presentation/ModelObserver.h"
 
 #include <QStringList>
@@ -14,6 +15,8 @@ namespace tallyview {
 class ThreadIndexState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
+    Q_PROPERTY(tallyview::FocusProject *project READ project WRITE setProject NOTIFY changed)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QStringList statusTitles READ statusTitles CONSTANT)
     Q_PROPERTY(QStringList recencyTitles READ recencyTitles CONSTANT)
     Q_PROPERTY(QStringList statusLabels READ statusLabels NOTIFY changed)
@@ -23,13 +26,16 @@ class ThreadIndexState : public tallyview::ModelObserver {
     Q_PROPERTY(QString visibleCount READ visibleCount NOTIFY changed)
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
     Q_PROPERTY(bool hasExtraFilters READ hasExtraFilters NOTIFY changed)
-    Q_PROPERTY(
-        bool hasExtraFiltersIgnoringProject READ hasExtraFiltersIgnoringProject NOTIFY changed)
     Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
 
 public:
     using ModelObserver::ModelObserver;
 
+    FocusProject *project() const { return m_project; }
+    /// The open project whose threads these are, set once; without one they are those of all
+    /// projects.
+    void setProject(FocusProject *project);
+    QString title() const { return m_title; }
     static QStringList statusTitles();
     static QStringList recencyTitles();
     /// Title and number of threads of each status, in words.
@@ -41,18 +47,14 @@ public:
     void setQuery(const QString &query);
     QString visibleCount() const;
     bool isLoading() const { return model() && model()->isLoading(); }
-    bool hasExtraFilters() const { return model() && model()->hasExtraFilters(); }
-    bool hasExtraFiltersIgnoringProject() const {
-        return model() && model()->hasExtraFiltersIgnoringProject();
-    }
+    /// Whether there is something to reset. The open project is no filter.
+    bool hasExtraFilters() const;
     /// Names the current combination of filters; the content is replaced when it changes.
     QString contentIdentity() const { return m_contentIdentity; }
 
     Q_INVOKABLE void chooseStatus(int position);
     Q_INVOKABLE void chooseRecency(int position);
     Q_INVOKABLE void resetFilters();
-    /// Resets every filter but the selected project.
-    Q_INVOKABLE void resetFiltersKeepingProject();
     Q_INVOKABLE void refresh();
 
     /// The lists of the last update.
@@ -60,15 +62,14 @@ public:
     std::shared_ptr<const std::vector<ThreadTimeGroup>> timeGroups() const { return m_groups; }
     Instant evaluatedAt() const { return m_evaluatedAt; }
 
-signals:
-    void changed();
-
 private:
     void update() override;
     void countThreads();
 
     /// What the status labels were counted of.
     std::optional<std::pair<std::uint64_t, std::optional<std::string>>> m_counted;
+    QPointer<FocusProject> m_project;
+    QString m_title = QStringLiteral("任务动态");
     QStringList m_statusLabels;
     ThreadList m_visible;
     std::shared_ptr<const std::vector<ThreadTimeGroup>> m_groups;

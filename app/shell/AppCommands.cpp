@@ -1,10 +1,9 @@
 #include "app/shell/AppCommands.h"
 
 #include "app/model/TaskNotificationService.h"
+#include "app/presentation/SearchRequest.h"
 
 #include <QCoreApplication>
-
-#include <utility>
 
 namespace tallyview {
 
@@ -12,6 +11,8 @@ AppCommands::AppCommands(DashboardModel &model, TaskNotificationService &notific
     : m_notifications(notifications) {
     setModel(&model);
 }
+
+void AppCommands::focusTaskSearch() { SearchRequest::post(); }
 
 void AppCommands::openSelected() const {
     if (const auto thread = model()->selectedThread()) {
@@ -25,11 +26,6 @@ void AppCommands::sendTestNotification() const { m_notifications.sendTestNotific
 
 void AppCommands::quit() { QCoreApplication::quit(); }
 
-void AppCommands::update() {
-    const bool canOpen = model()->selectedThread().has_value();
-    if (std::exchange(m_canOpenSelected, canOpen) != canOpen) {
-        emit canOpenSelectedChanged();
-    }
-}
+void AppCommands::update() { m_canOpenSelected = model()->selectedThread().has_value(); }
 
 } // namespace tallyview

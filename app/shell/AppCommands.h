@@ -13,7 +13,7 @@ class AppCommands : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application owns the commands")
-    Q_PROPERTY(bool canOpenSelected READ canOpenSelected NOTIFY canOpenSelectedChanged)
+    Q_PROPERTY(bool canOpenSelected READ canOpenSelected NOTIFY changed)
 
 public:
     /// Neither is owned; both outlive the commands.
@@ -21,6 +21,8 @@ public:
 
     bool canOpenSelected() const { return m_canOpenSelected; }
 
+    /// Moves the keyboard's focus to the search field, where there is one.
+    Q_INVOKABLE static void focusTaskSearch();
     Q_INVOKABLE void openSelected() const;
     /// Starts a refresh and does not wait for it.
     Q_INVOKABLE void refresh() const;
@@ -29,9 +31,6 @@ public:
     Q_INVOKABLE static void quit();
 
 signals:
-    void canOpenSelectedChanged();
-    /// The search field is to take the keyboard focus.
-    void focusTaskSearch();
     /// The window is to show, in front.
     void showWindow();
 

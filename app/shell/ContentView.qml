@@ -13,28 +13,16 @@ FocusScope {
     id: view
 
     required property DashboardModel model
-    required property AppCommands commands
     required property LayoutSettings layout
     required property Workspace workspace
 
-    Keys.onPressed: event => event.accepted = area.current.scrollForKey(event.key)
+    Keys.forwardTo: [PageKeys.taker]
     Component.onCompleted: model.startMonitoring()
     Window.onVisibilityChanged: {
         if (Window.visibility !== Window.Hidden)
             layout.healSidebarWidth();
     }
 
-    KeyMonitor {
-        commands: view.commands
-        installed: true
-    }
-    Connections {
-        function onFocusTaskSearch() {
-            area.current.focusSearch();
-        }
-
-        target: view.commands
-    }
     Rectangle {
         anchors.fill: parent
         color: SoftTheme.canvas
@@ -49,7 +37,7 @@ FocusScope {
         height: parent.height
         model: view.model
         focusMode: view.workspace.focusMode
-        appearanceModeRaw: view.layout.appearanceMode
+        appearanceMode: view.layout.appearanceMode
         onModeToggled: view.workspace.toggleMode()
         onAppearanceChosen: rawValue => view.layout.appearanceMode = rawValue
     }
@@ -69,8 +57,6 @@ FocusScope {
         }
     }
     ReplacedContent {
-        id: area
-
         anchors.left: handle.right
         anchors.right: parent.right
         height: parent.height
@@ -80,19 +66,7 @@ FocusScope {
 
             readonly property bool isFocus: identity === "focus"
 
-            function focusSearch() {
-                if (isFocus)
-                    (focusWorkspace.itemAt(0) as FocusWorkspaceView).focusSearch();
-                else
-                    (standardWorkspace.itemAt(0) as ThreadWorkspace).focusSearch();
-            }
-            function scrollForKey(key: int): bool {
-                return isFocus ? (focusWorkspace.itemAt(0) as FocusWorkspaceView).scrollForKey(key) : (standardWorkspace.itemAt(0) as ThreadWorkspace).scrollForKey(key);
-            }
-
             Repeater {
-                id: focusWorkspace
-
                 model: shown.isFocus ? 1 : 0
 
                 delegate: FocusWorkspaceView {
@@ -104,8 +78,6 @@ FocusScope {
                 }
             }
             Repeater {
-                id: standardWorkspace
-
                 model: shown.isFocus ? 0 : 1
 
                 delegate: ThreadWorkspace {
@@ -113,7 +85,6 @@ FocusScope {
                     focus: true
                     live: shown.live
                     model: view.model
-                    title: "任务动态"
                 }
             }
         }

@@ -3,24 +3,11 @@
 #include <QGuiApplication>
 #include <QInputMethodQueryEvent>
 #include <QKeyEvent>
-#include <QQuickItem>
 #include <QWindow>
-
-#include <utility>
 
 namespace tallyview {
 
 namespace {
-
-/// Whether the focus is in an open popup or in the menu bar.
-bool isInMenu(const QObject *focus) {
-    for (auto item = qobject_cast<const QQuickItem *>(focus); item; item = item->parentItem()) {
-        if (item->inherits("QQuickOverlay") || item->inherits("QQuickMenuBar")) {
-            return true;
-        }
-    }
-    return false;
-}
 
 bool isTextEditor(QObject *focus) {
     QInputMethodQueryEvent query(Qt::ImEnabled);
@@ -30,24 +17,7 @@ bool isTextEditor(QObject *focus) {
 
 } // namespace
 
-void KeyMonitor::setCommands(AppCommands *commands) {
-    if (m_commands != commands) {
-        m_commands = commands;
-        emit commandsChanged();
-    }
-}
-
-void KeyMonitor::setInstalled(bool installed) {
-    if (std::exchange(m_installed, installed) == installed) {
-        return;
-    }
-    if (installed) {
-        qGuiApp->installEventFilter(this);
-    } else {
-        qGuiApp->removeEventFilter(this);
-    }
-    emit installedChanged();
-}
+KeyMonitor::KeyMonitor(QObject *parent) : QObject(parent) { qGuiApp->installEventFilter(this); }
 
 bool KeyMonitor::eventFilter(QObject *receiver, QEvent *event) {
     const bool isPress = event->type() == QEvent::KeyPress;
@@ -69,7 +39,16 @@ bool KeyMonitor::eventFilter(QObject *receiver, QEvent *event) {
     return true;
 }
 
-KeyMonitor::Action KeyMonitor::action(const QKeyEvent &key, const QWindow &window) {
+bool KeyMonitor::isInMenu(const QObject *focus) const {
+    for (auto item = qobject_cast<const QQuickItem *>(focus); item; item = item->parentItem()) {
+        if (item == m_popups || item == m_menuBar) {
+            return true;
+        }
+    }
+    return false;
+}
+
+KeyMonitor::Action KeyMonitor::action(const QKeyEvent &key, const QWindow &window) const {
     QObject *focus = window.focusObject();
     if (isInMenu(focus)) {
         return Action::none;
@@ -96,7 +75,7 @@ KeyMonitor::Action KeyMonitor::action(const QKeyEvent &key, const QWindow &windo
 void KeyMonitor::perform(Action action) {
     switch (action) {
     case Action::search:
-        emit m_commands->focusTaskSearch();
+        AppCommands::focusTaskSearch();
         break;
     case Action::open:
         m_commands->openSelected();

@@ -3,7 +3,7 @@
 #include "app/shell/AppCommands.h"
 
 #include <QObject>
-#include <QPointer>
+#include <QQuickItem>
 #include <QtQmlIntegration>
 
 class QKeyEvent;
@@ -11,43 +11,36 @@ class QWindow;
 
 namespace tallyview {
 
-/// The keys of the whole window. While installed it sees each key press before shortcuts and
-/// before the item that has the focus, and takes
+/// The keys of the whole window. It sees each key press before shortcuts and before the item that
+/// has the focus, and takes
 /// - Command-K, for the search field, even while a text is edited;
 /// - unless a text is edited: Return and Enter, which open the selected thread once however long
 ///   they are held, and Up and Down, which move the selection. Modifiers make no difference.
-/// A menu that is open keeps every key. Main thread.
+/// Inside the menu bar and open popups every key passes. Main thread.
 class KeyMonitor : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(
-        tallyview::AppCommands *commands READ commands WRITE setCommands NOTIFY commandsChanged)
-    Q_PROPERTY(bool installed READ isInstalled WRITE setInstalled NOTIFY installedChanged)
+    Q_PROPERTY(tallyview::AppCommands *commands MEMBER m_commands REQUIRED)
+    Q_PROPERTY(QQuickItem *menuBar MEMBER m_menuBar REQUIRED)
+    /// The item that all popups of the window are in.
+    Q_PROPERTY(QQuickItem *popups MEMBER m_popups REQUIRED)
 
 public:
-    using QObject::QObject;
-
-    AppCommands *commands() const { return m_commands; }
-    /// Not owned; without commands every key passes.
-    void setCommands(AppCommands *commands);
-    bool isInstalled() const { return m_installed; }
-    /// Installing twice installs once.
-    void setInstalled(bool installed);
+    explicit KeyMonitor(QObject *parent = nullptr);
 
     bool eventFilter(QObject *receiver, QEvent *event) override;
-
-signals:
-    void commandsChanged();
-    void installedChanged();
 
 private:
     enum class Action { none, search, open, selectNext, selectPrevious };
 
-    static Action action(const QKeyEvent &key, const QWindow &window);
+    bool isInMenu(const QObject *focus) const;
+    Action action(const QKeyEvent &key, const QWindow &window) const;
     void perform(Action action);
 
-    QPointer<AppCommands> m_commands;
-    bool m_installed = false;
+    // None is owned.
+    AppCommands *m_commands = nullptr;
+    QQuickItem *m_menuBar = nullptr;
+    QQuickItem *m_popups = nullptr;
 };
 
 } // namespace tallyview

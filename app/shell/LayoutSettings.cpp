@@ -1,7 +1,6 @@
 #include "app/shell/LayoutSettings.h"
 
 #include "app/platform/UserDefaults.h"
-#include "app/shell/DashboardMode.h"
 #include "app/theme/AppearanceMode.h"
 
 #include <algorithm>
@@ -14,6 +13,11 @@ const QString sidebarWidthKey = QStringLiteral("sidebarWidth");
 const QString dashboardModeKey = QStringLiteral("dashboardMode");
 const QString appearanceModeKey = QStringLiteral("appearanceMode");
 
+double bounded(double width) {
+    return std::clamp(width, LayoutSettings::minimumSidebarWidth,
+                      LayoutSettings::maximumSidebarWidth);
+}
+
 } // namespace
 
 LayoutSettings::LayoutSettings(UserDefaults &defaults) : m_defaults(defaults) {
@@ -21,31 +25,29 @@ LayoutSettings::LayoutSettings(UserDefaults &defaults) : m_defaults(defaults) {
 }
 
 double LayoutSettings::sidebarWidth() const {
-    const double stored = m_defaults.number(sidebarWidthKey).value_or(defaultSidebarWidth);
-    return std::clamp(stored, minimumSidebarWidth, maximumSidebarWidth);
+    return bounded(m_defaults.number(sidebarWidthKey).value_or(defaultSidebarWidth));
 }
 
 void LayoutSettings::setSidebarWidth(double width) {
-    const double bounded = std::clamp(width, minimumSidebarWidth, maximumSidebarWidth);
-    if (bounded != sidebarWidth()) {
-        m_defaults.setValue(sidebarWidthKey, bounded);
+    if (bounded(width) != sidebarWidth()) {
+        m_defaults.setValue(sidebarWidthKey, bounded(width));
     }
 }
 
 void LayoutSettings::healSidebarWidth() { m_defaults.setValue(sidebarWidthKey, sidebarWidth()); }
 
-QString LayoutSettings::dashboardMode() const {
+QString LayoutSettings::dashboardModeRaw() const {
     return m_defaults.text(dashboardModeKey)
         .value_or(DashboardMode(DashboardMode::standard).rawValue());
 }
 
-void LayoutSettings::setDashboardMode(const QString &rawValue) {
-    m_defaults.setValue(dashboardModeKey, rawValue);
+void LayoutSettings::setDashboardMode(DashboardMode mode) {
+    m_defaults.setValue(dashboardModeKey, mode.rawValue());
 }
 
 QString LayoutSettings::appearanceMode() const {
-    return m_defaults.text(appearanceModeKey)
-        .value_or(AppearanceMode(AppearanceMode::system).rawValue());
+    const QString stored = m_defaults.text(appearanceModeKey).value_or(QString());
+    return AppearanceMode::ofSetting(stored).rawValue();
 }
 
 void LayoutSettings::setAppearanceMode(const QString &rawValue) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/shell/DashboardMode.h"
+
 #include <QObject>
 #include <QtQmlIntegration>
 
@@ -18,8 +20,6 @@ class LayoutSettings : public QObject {
     Q_PROPERTY(double minimumSidebarWidth MEMBER minimumSidebarWidth CONSTANT)
     Q_PROPERTY(double maximumSidebarWidth MEMBER maximumSidebarWidth CONSTANT)
     Q_PROPERTY(double defaultSidebarWidth MEMBER defaultSidebarWidth CONSTANT)
-    Q_PROPERTY(
-        QString dashboardMode READ dashboardMode WRITE setDashboardMode NOTIFY dashboardModeChanged)
     Q_PROPERTY(QString appearanceMode READ appearanceMode WRITE setAppearanceMode NOTIFY
                    appearanceModeChanged)
 
@@ -38,14 +38,16 @@ public:
     /// Stores the width that shows where the stored one is out of bounds.
     Q_INVOKABLE void healSidebarWidth();
 
-    // Raw values as they are stored; any text.
-
-    QString dashboardMode() const;
-    void setDashboardMode(const QString &rawValue);
+    /// As it is stored, any text; that of the standard mode where there is none.
+    QString dashboardModeRaw() const;
+    void setDashboardMode(DashboardMode mode);
+    /// The raw value of an AppearanceMode.
     QString appearanceMode() const;
     void setAppearanceMode(const QString &rawValue);
 
 signals:
+    // What is stored has changed, whether or not it means something else now.
+
     void sidebarWidthChanged();
     void dashboardModeChanged();
     void appearanceModeChanged();

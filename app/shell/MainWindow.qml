@@ -73,7 +73,16 @@ T.ApplicationWindow {
         anchors.fill: parent
         visible: window.chrome.rimShown
     }
+    KeyMonitor {
+        commands: window.commands
+        menuBar: bar
+        popups: scroll.popups
+    }
     SoftScrollView {
+        id: scroll
+
+        readonly property Item popups: T.Overlay.overlay
+
         anchors.fill: parent
         clip: false
         contentWidth: Math.max(width, window.leastWidth)
@@ -85,7 +94,6 @@ T.ApplicationWindow {
             height: parent.height
             focus: true
             model: window.model
-            commands: window.commands
             layout: window.layout
             workspace: window.workspace
         }

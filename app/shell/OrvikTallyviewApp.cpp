@@ -34,9 +34,9 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     , m_appDelegate(m_notifications)
     , m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
     , m_commands(m_model, m_notifications)
-    , m_windowAppearance(m_defaults, m_appearance)
-    , m_chrome(m_windowAppearance, m_appearance)
     , m_layout(m_defaults)
+    , m_windowAppearance(m_layout, m_appearance)
+    , m_chrome(m_windowAppearance, m_appearance)
     , m_workspace(m_model, m_layout) {
     QObject::connect(
         &m_model, &DashboardModel::taskCompleted, &m_model,
@@ -60,7 +60,7 @@ bool OrvikTallyviewApp::start(const std::optional<QString> &activationToken) {
                      [this] { m_windowKeeper->present({}); });
     QObject::connect(&m_presence, &BackgroundPresence::hasTrayChanged, &m_engine,
                      [this] { showPresence(); });
-    QObject::connect(&m_summary, &TaskSummary::changed, &m_engine, [this] { showPresence(); });
+    QObject::connect(&m_summary, &TaskSummary::textChanged, &m_engine, [this] { showPresence(); });
     if (activationToken) {
         m_windowKeeper->present(*activationToken);
     }

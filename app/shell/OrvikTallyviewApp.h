@@ -60,9 +60,9 @@ private:
     TaskSummary m_summary;
     FreedesktopBackgroundPresence m_presence;
     AppCommands m_commands;
+    LayoutSettings m_layout;
     WindowAppearance m_windowAppearance;
     WindowChrome m_chrome;
-    LayoutSettings m_layout;
     Workspace m_workspace;
     QQmlApplicationEngine m_engine;
     std::optional<WindowKeeper> m_windowKeeper; ///< of the engine's window

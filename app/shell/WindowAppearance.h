@@ -7,12 +7,12 @@
 
 namespace tallyview {
 
+class LayoutSettings;
 class SystemAppearance;
-class UserDefaults;
 
-/// The appearance and motion that the window is to have: the appearance that the user chose (the
-/// setting "appearanceMode") or, where the choice is left to the desktop, the desktop's; and the
-/// desktop's reduced motion. Follows changes of either at once. Main thread.
+/// The appearance and motion that the window is to have: the appearance that the user chose or,
+/// where the choice is left to the desktop, the desktop's; and the desktop's reduced motion.
+/// Follows changes of either at once. Main thread.
 class WindowAppearance : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -22,7 +22,7 @@ class WindowAppearance : public QObject {
 
 public:
     /// Both outlive this object.
-    WindowAppearance(const UserDefaults &defaults, const SystemAppearance &system);
+    WindowAppearance(const LayoutSettings &layout, const SystemAppearance &system);
 
     bool dark() const;
     /// Whether the user chose dark; nothing where the choice is left to the desktop.
@@ -33,7 +33,7 @@ signals:
     void changed();
 
 private:
-    const UserDefaults &m_defaults;
+    const LayoutSettings &m_layout;
     const SystemAppearance &m_system;
 };
 

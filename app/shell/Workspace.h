@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/presentation/FocusProject.h"
+#include "app/shell/DashboardMode.h"
 
 #include <QObject>
 #include <QtQmlIntegration>
@@ -10,7 +11,7 @@ namespace tallyview {
 class LayoutSettings;
 
 /// What stands right of the sidebar: which workspace, and the project open in the focus
-/// workspace. Follows the setting "dashboardMode"; whenever that changes, no project is open or
+/// workspace. Follows the setting of the mode; when its text changes, no project is open or
 /// selected any more. Main thread.
 class Workspace : public QObject {
     Q_OBJECT
@@ -23,7 +24,7 @@ public:
     /// Both outlive this object.
     Workspace(DashboardModel &model, LayoutSettings &layout);
 
-    bool isFocusMode() const { return m_focusMode; }
+    bool isFocusMode() const { return DashboardMode::ofSetting(m_modeRaw) == DashboardMode::focus; }
     FocusProject *focusProject() { return &m_focusProject; }
 
     /// Chooses and stores the other mode.
@@ -33,13 +34,12 @@ signals:
     void focusModeChanged();
 
 private:
-    bool storedFocusMode() const;
     void followMode();
 
     DashboardModel &m_model;
     LayoutSettings &m_layout;
     FocusProject m_focusProject;
-    bool m_focusMode;
+    QString m_modeRaw;
 };
 
 } // namespace tallyview

@@ -1,5 +1,7 @@
 #include "app/theme/SoftTheme.h"
 
+#include <utility>
+
 namespace tallyview {
 
 QColor SoftTheme::withOpacity(const QColor &color, qreal opacity) {
@@ -8,8 +10,15 @@ QColor SoftTheme::withOpacity(const QColor &color, qreal opacity) {
     return result;
 }
 
-AppearanceMode SoftTheme::appearanceMode(const QString &stored) {
-    return AppearanceMode::ofSetting(stored);
+void SoftTheme::setDark(bool dark) {
+    if (std::exchange(m_dark, dark) == dark) {
+        return;
+    }
+    m_turning = true;
+    emit motionChanged();
+    emit darkChanged();
+    m_turning = false;
+    emit motionChanged();
 }
 
 QVariantList SoftTheme::appearanceModes() {

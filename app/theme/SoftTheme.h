@@ -15,7 +15,7 @@ class SoftTheme : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(bool dark MEMBER m_dark NOTIFY darkChanged)
+    Q_PROPERTY(bool dark READ dark WRITE setDark NOTIFY darkChanged)
     /// The desktop asks for less motion.
     Q_PROPERTY(bool reducedMotion MEMBER m_reducedMotion NOTIFY motionChanged)
     /// Nobody sees the window: motion would only cost time.
@@ -65,8 +65,10 @@ public:
 
     /// `color` with its opacity multiplied by `opacity` (0 to 1).
     Q_INVOKABLE static QColor withOpacity(const QColor &color, qreal opacity);
-    /// The mode that a stored text stands for; unknown texts are `system`.
-    Q_INVOKABLE static tallyview::AppearanceMode appearanceMode(const QString &stored);
+
+    bool dark() const { return m_dark; }
+    /// Colours change at once, also those whose changes are animated.
+    void setDark(bool dark);
 
     QColor canvas() const { return current().canvas; }
     QColor raisedSurface() const { return current().raisedSurface; }
@@ -105,9 +107,10 @@ signals:
 
 private:
     const SoftPalette &current() const { return palette(m_dark); }
-    int unlessStill(int duration) const { return still() ? 0 : duration; }
+    int unlessStill(int duration) const { return still() || m_turning ? 0 : duration; }
 
     bool m_dark = false;
+    bool m_turning = false; ///< from light to dark or back
     bool m_reducedMotion = false;
     bool m_unseen = false;
     double m_windowRim = 0;

@@ -100,7 +100,7 @@ public:
     Workspace workspace{model, layout};
 
 private:
-    WindowAppearance m_appearance{defaults, system};
+    WindowAppearance m_appearance{layout, system};
 
 public:
     WindowChrome chrome{m_appearance, system};

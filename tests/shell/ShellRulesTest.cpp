@@ -50,7 +50,14 @@ private slots:
         });
         workspace.toggleMode();
         QCOMPARE(title, "atlas · 任务动态");
-        QVERIFY(!workspace.focusProject()->name());
+        QVERIFY(workspace.focusProject()->title().isEmpty());
+
+        // No text means the standard mode.
+        f.model.setSelectedProject("atlas");
+        f.defaults.setValue("dashboardMode", QVariant());
+        QVERIFY(f.model.selectedProject() == "atlas");
+        f.defaults.setValue("dashboardMode", "grid");
+        QVERIFY(!f.model.selectedProject());
     }
 
     void aGraphicsProcessorIsFound() {

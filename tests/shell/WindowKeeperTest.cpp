@@ -15,9 +15,7 @@ constexpr QSize minimum(300, 200);
 
 /// A window of its own with its keeper; the screen of these tests has 800 by 800 points.
 struct Kept {
-    explicit Kept(UserDefaults &defaults)
-        : appearance(defaults, system)
-        , keeper(window, chrome, defaults) {
+    explicit Kept(UserDefaults &defaults) : layout(defaults), keeper(window, chrome, defaults) {
         chrome.setWindow(window);
         window.setMinimumSize(minimum);
         window.resize(500, 400);
@@ -27,7 +25,8 @@ struct Kept {
 
     QWindow window;
     ChosenAppearance system;
-    WindowAppearance appearance;
+    LayoutSettings layout;
+    WindowAppearance appearance{layout, system};
     WindowChrome chrome{appearance, system};
     WindowKeeper keeper;
 };

@@ -1,3 +1,4 @@
+#include "app/theme/SoftPalette.h"
 #include "tests/shell/ShellFixture.h"
 
 #include <QFile>
@@ -126,6 +127,14 @@ private slots:
             f.workspace.toggleMode();
             f.settle();
         }
+    }
+
+    void anAppearanceComesAllAtOnce() {
+        ShellFixture f(twoProjects(), {}, true);
+        f.defaults.setValue("appearanceMode", "dark");
+        // Where a change by hand is animated.
+        QCOMPARE(f.text("本周")->property("color").value<QColor>(),
+                 SoftPalette::of(true).secondaryInk);
     }
 
     void longTextsAreCut() {

@@ -20,38 +20,35 @@ FocusScope {
         color: SoftTheme.raisedSurface
     }
     DetailState {
-        id: details
+        id: selection
 
         live: view.live
         model: view.model
     }
     ReplacedContent {
         anchors.fill: parent
-        identity: details.identity
+        identity: selection.identity
         content: ReplaceableContent {
             id: shown
 
-            property threadDetail detail
+            DetailState {
+                id: thread
 
-            Binding {
-                target: shown
-                property: "detail"
-                value: details.detail
-                when: shown.live
-                restoreMode: Binding.RestoreNone
+                live: shown.live && view.live
+                model: view.model
             }
             // Each face exists only while it shows.
             Repeater {
-                model: shown.detail.exists ? 1 : 0
+                model: thread.detail.exists ? 1 : 0
 
                 delegate: ThreadDetailView {
                     anchors.fill: parent
-                    detail: shown.detail
-                    actions: details
+                    detail: thread.detail
+                    actions: thread
                 }
             }
             Repeater {
-                model: shown.detail.exists ? 0 : 1
+                model: thread.detail.exists ? 0 : 1
 
                 delegate: EmptyDetailView {
                     anchors.fill: parent

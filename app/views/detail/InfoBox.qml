@@ -5,8 +5,6 @@ import Orvik.Tallyview.Theme
 
 // Says what the panel is for.
 SoftSurface {
-    id: box
-
     implicitHeight: Math.max(symbol.implicitHeight, note.implicitHeight) + 28
     radius: 10
     fill: SoftTheme.withOpacity(SoftTheme.insetSurface, 0.66)

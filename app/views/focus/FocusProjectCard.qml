@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Views
@@ -138,6 +140,16 @@ T.AbstractButton {
             size: 9
             weight: Font.Medium
             color: SoftTheme.secondaryInk
+        }
+    }
+    // Made when it is wanted: there may be many cards.
+    Instantiator {
+        active: card.hovered
+
+        delegate: SoftToolTip {
+            parent: card
+            text: card.row.helpText
+            visible: true
         }
     }
     SoftFocusRing {

@@ -32,14 +32,11 @@ SoftScrollView {
     readonly property real nearBottom: nearTop + (Math.ceil(height / pitch) + 3) * pitch
     property bool placed: false
 
-    // Where the card under the pointer is, and what its help says.
-    property Item helped: scroll
-    property string help
-
     // The exact name of the project.
     signal selected(key: string)
 
     revealMargin: headRoom
+    takesWindowKeys: true
     contentHeight: headRoom + grid.height + bottomPadding
 
     Grid {
@@ -60,44 +57,32 @@ SoftScrollView {
                 property bool holdsFocus: false
                 readonly property bool isNear: y < scroll.nearBottom && y + height > scroll.nearTop
 
-                function offerHelp(offered: bool) {
-                    if (offered) {
-                        scroll.helped = cell;
-                        scroll.help = row.helpText;
-                    } else if (scroll.helped === cell) {
-                        scroll.helped = scroll;
-                        scroll.help = "";
-                    }
-                }
-
                 width: scroll.cellWidth
-                // A card that goes leaves its height.
                 height: scroll.smallestCard
 
                 Repeater {
                     model: cell.holdsFocus || scroll.placed && cell.isNear ? 1 : 0
-                    onItemRemoved: cell.offerHelp(false)
 
                     delegate: FocusProjectCard {
+                        id: card
+
                         row: cell.row
                         smallestHeight: scroll.smallestCard
                         width: cell.width
-                        onHeightChanged: cell.height = height
                         onClicked: scroll.selected(row.key)
-                        // The pointer may leave it as it goes, when its cell is gone already.
-                        onHoveredChanged: cell?.offerHelp(hovered)
                         onActiveFocusChanged: cell.holdsFocus = activeFocus
+
+                        // Stays with the cell when the card goes.
+                        Binding {
+                            target: cell
+                            property: "height"
+                            value: card.height
+                            restoreMode: Binding.RestoreNone
+                        }
                     }
                 }
             }
         }
         onPositioningComplete: scroll.placed = true
-    }
-    // One for all: there may be many cards.
-    SoftToolTip {
-        parent: scroll.helped
-        text: scroll.help
-        // A card that goes may still count as hovered.
-        visible: scroll.help !== "" && Boolean(scroll.helped?.Window.window)
     }
 }

@@ -18,10 +18,6 @@ FocusScope {
     // The exact name of the project.
     signal selected(key: string)
 
-    function scrollForKey(key: int): bool {
-        return replaced.current.scrollForKey(key);
-    }
-
     FocusGridState {
         id: projects
 
@@ -40,22 +36,13 @@ FocusScope {
         grid: projects
     }
     ReplacedContent {
-        id: replaced
-
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        identity: String(projects.face)
+        identity: projects.contentIdentity
         content: ReplaceableContent {
             id: shown
-
-            function shows(face: int): bool {
-                return identity === String(face);
-            }
-            function scrollForKey(key: int): bool {
-                return cards.count > 0 && (cards.itemAt(0) as FocusProjectGrid).scrollForKey(key);
-            }
 
             FocusGridContent {
                 id: faces
@@ -64,7 +51,7 @@ FocusScope {
                 grid: projects
             }
             Repeater {
-                model: shown.shows(FocusGridState.Loading) ? 1 : 0
+                model: faces.face === FocusGridState.Loading ? 1 : 0
 
                 delegate: ProgressIndicator {
                     anchors.centerIn: parent
@@ -72,9 +59,7 @@ FocusScope {
                 }
             }
             Repeater {
-                id: cards
-
-                model: shown.shows(FocusGridState.Grid) ? 1 : 0
+                model: faces.face === FocusGridState.Grid ? 1 : 0
 
                 delegate: FocusProjectGrid {
                     anchors.fill: parent
@@ -84,7 +69,7 @@ FocusScope {
                 }
             }
             Repeater {
-                model: shown.shows(FocusGridState.Empty) ? 1 : 0
+                model: faces.face === FocusGridState.Empty ? 1 : 0
 
                 delegate: EmptyIndexView {
                     anchors.fill: parent

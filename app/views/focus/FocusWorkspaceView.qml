@@ -20,21 +20,12 @@ FocusScope {
     // The title of the open project, empty for the grid.
     property string shownTitle
 
-    function focusSearch() {
-        replaced.current.focusSearch();
-    }
-    function scrollForKey(key: int): bool {
-        return replaced.current.scrollForKey(key);
-    }
-
     Binding on shownTitle {
         value: view.focusProject.title
         when: view.live
         restoreMode: Binding.RestoreNone
     }
     ReplacedContent {
-        id: replaced
-
         anchors.fill: parent
         identity: view.shownTitle
         duration: SoftTheme.focusSlideDuration
@@ -43,21 +34,11 @@ FocusScope {
 
             readonly property bool isGrid: identity === ""
 
-            function focusSearch() {
-                if (!isGrid)
-                    (opened.itemAt(0) as ThreadWorkspace).focusSearch();
-            }
-            function scrollForKey(key: int): bool {
-                return isGrid ? (grid.itemAt(0) as FocusProjectGridView).scrollForKey(key) : (opened.itemAt(0) as ThreadWorkspace).scrollForKey(key);
-            }
-
             enterOffset: isGrid ? -10 : 12
             enterScale: 1
             leaveScale: isGrid ? 1 : 0.985
 
             Repeater {
-                id: grid
-
                 model: shown.isGrid ? 1 : 0
 
                 delegate: FocusProjectGridView {
@@ -69,8 +50,6 @@ FocusScope {
                 }
             }
             Repeater {
-                id: opened
-
                 model: shown.isGrid ? 0 : 1
 
                 delegate: ThreadWorkspace {
@@ -78,9 +57,7 @@ FocusScope {
                     focus: true
                     live: shown.live && view.live
                     model: view.model
-                    title: shown.identity
-                    canGoBack: true
-                    onBackRequested: view.focusProject.close()
+                    project: view.focusProject
                 }
             }
         }

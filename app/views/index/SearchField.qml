@@ -4,23 +4,22 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-// The search field. What an input method is still composing is not part of the query.
+// The search field. What an input method is still composing is not part of the query. A bare input:
+// a text that is longer than the room between glass and hint is cut there, not at the field's edges.
 FocusScope {
     id: view
 
     required property ThreadIndexState index
 
-    readonly property bool searchFocused: field.activeFocus
-
-    function focusSearch() {
-        if (searchFocused)
-            return;
-        field.forceActiveFocus(Qt.ShortcutFocusReason);
-        field.selectAll();
-    }
-
     height: 42
 
+    SearchRequest {
+        enabled: view.index.live && !field.activeFocus
+        onPosted: {
+            field.forceActiveFocus(Qt.ShortcutFocusReason);
+            field.selectAll();
+        }
+    }
     SoftInset {
         anchors.fill: parent
         radius: 10
@@ -61,15 +60,6 @@ FocusScope {
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
         Keys.onEscapePressed: field.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
-
-        Connections {
-            function onChanged() {
-                if (field.text !== view.index.query)
-                    field.text = view.index.query;
-            }
-
-            target: view.index
-        }
     }
     SoftText {
         id: placeholder

@@ -12,16 +12,8 @@ Item {
     id: header
 
     required property ThreadIndexState index
-    required property string title
-    required property bool canGoBack
 
-    readonly property bool searchFocused: search.searchFocused
-
-    signal backRequested()
-
-    function focusSearch() {
-        search.focusSearch();
-    }
+    readonly property bool canGoBack: index.project !== null
 
     implicitHeight: rows.height + 20 + 16
 
@@ -47,7 +39,7 @@ Item {
                 symbolWeight: Font.Bold
                 helpText: "返回项目"
                 label: "返回项目列表"
-                onClicked: header.backRequested()
+                onClicked: header.index.project.close()
             }
             SoftText {
                 id: title
@@ -57,7 +49,7 @@ Item {
                 anchors.right: reset.visible ? reset.left : refresh.left
                 anchors.rightMargin: 16
                 anchors.verticalCenter: parent.verticalCenter
-                text: header.title
+                text: header.index.title
                 size: 22
                 weight: Font.Bold
                 design: SoftFont.Rounded
@@ -70,18 +62,13 @@ Item {
                 anchors.right: refresh.left
                 anchors.rightMargin: 8
                 anchors.verticalCenter: parent.verticalCenter
-                visible: header.canGoBack ? header.index.hasExtraFiltersIgnoringProject : header.index.hasExtraFilters
+                visible: header.index.hasExtraFilters
                 text: "重置筛选"
                 implicitWidth: resetText.implicitWidth
                 implicitHeight: resetText.implicitHeight
                 Accessible.name: text
                 Accessible.onPressAction: clicked()
-                onClicked: {
-                    if (header.canGoBack)
-                        header.index.resetFiltersKeepingProject();
-                    else
-                        header.index.resetFilters();
-                }
+                onClicked: header.index.resetFilters()
 
                 SoftText {
                     id: resetText
@@ -121,8 +108,6 @@ Item {
                 index: header.index
             }
             SearchField {
-                id: search
-
                 anchors.left: status.right
                 anchors.leftMargin: 14
                 anchors.right: parent.right

@@ -12,24 +12,10 @@ FocusScope {
     id: view
 
     required property DashboardModel model
-    required property string title
-    // Shows the back button, and keeps the project when filters are reset.
-    property bool canGoBack: false
+    // The open project, or null for the threads of all.
+    property FocusProject project: null
     // While it is being replaced it is not live and keeps what it shows.
     property bool live: true
-
-    readonly property bool searchFocused: header.searchFocused
-
-    signal backRequested()
-
-    function focusSearch() {
-        header.focusSearch();
-    }
-    function scrollForKey(key: int): bool {
-        return replaced.current.scrollForKey(key);
-    }
-
-    Keys.onPressed: event => event.accepted = scrollForKey(event.key)
 
     Rectangle {
         anchors.fill: parent
@@ -39,6 +25,7 @@ FocusScope {
         id: threadIndex
 
         live: view.live
+        project: view.project
         model: view.model
     }
     // First in reading order, and above the list that fades and grows below it.
@@ -49,13 +36,8 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         index: threadIndex
-        title: view.title
-        canGoBack: view.canGoBack
-        onBackRequested: view.backRequested()
     }
     ReplacedContent {
-        id: replaced
-
         anchors.top: header.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -63,10 +45,6 @@ FocusScope {
         identity: threadIndex.contentIdentity
         content: ReplaceableContent {
             id: shown
-
-            function scrollForKey(key: int): bool {
-                return list.count > 0 && (list.itemAt(0) as ThreadList).scrollForKey(key);
-            }
 
             ThreadIndexContent {
                 id: faces
@@ -83,8 +61,6 @@ FocusScope {
                 }
             }
             Repeater {
-                id: list
-
                 model: faces.face === ThreadIndexContent.List ? 1 : 0
 
                 delegate: ThreadList {

@@ -14,9 +14,12 @@ SoftScrollView {
     // The time line stands left of the rows.
     readonly property real rowIndent: 31
     readonly property real sidePadding: 24
+    readonly property int rowsRevision: content?.rowsRevision ?? 0
 
     // The content goes before the list does when both are replaced.
     contentHeight: content?.contentHeight ?? 0
+    takesWindowKeys: true
+    onRowsRevisionChanged: ReadingOrder.sortByTop(contentItem)
     Component.onCompleted: {
         contentY = content.viewTop;
         ReadingOrder.sortByTop(contentItem);
@@ -36,9 +39,6 @@ SoftScrollView {
         function onScrollRequested(top: real, animated: bool) {
             list.scrollTo(top, animated);
         }
-        function onRowsChanged() {
-            ReadingOrder.sortByTop(list.contentItem);
-        }
 
         target: list.content
     }
@@ -56,8 +56,6 @@ SoftScrollView {
         model: list.content?.rows ?? null
 
         delegate: TaskRowView {
-            id: taskRowView
-
             required property int index
 
             x: list.sidePadding + list.rowIndent

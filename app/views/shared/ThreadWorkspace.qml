@@ -1,5 +1,6 @@
 import QtQuick
 import Orvik.Tallyview.Views
+import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Model
 import Orvik.Tallyview.Drawing
 
@@ -8,32 +9,19 @@ FocusScope {
     id: workspace
 
     required property DashboardModel model
-    required property string title
-    property bool canGoBack: false
+    // The open project, or null for the threads of all.
+    property FocusProject project: null
     // While it is being replaced it is not live and keeps what it shows.
     property bool live: true
 
-    signal backRequested()
-
-    function focusSearch() {
-        threads.focusSearch();
-    }
-    function scrollForKey(key: int): bool {
-        return threads.scrollForKey(key);
-    }
-
     ThreadIndexView {
-        id: threads
-
         anchors.left: parent.left
         anchors.right: divider.left
         height: parent.height
         focus: true
         live: workspace.live
         model: workspace.model
-        title: workspace.title
-        canGoBack: workspace.canGoBack
-        onBackRequested: workspace.backRequested()
+        project: workspace.project
     }
     SoftDivider {
         id: divider

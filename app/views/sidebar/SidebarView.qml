@@ -13,8 +13,7 @@ FocusScope {
 
     required property DashboardModel model
     required property bool focusMode
-    // The stored choice; any text.
-    required property string appearanceModeRaw
+    required property string appearanceMode
 
     // The other workspace mode is wanted.
     signal modeToggled()
@@ -42,13 +41,10 @@ FocusScope {
         content: ReplaceableContent {
             id: shown
 
-            property bool focusMode: view.focusMode
-
-            // Which of the two it is stays with it: the assignment ends the binding.
-            Component.onCompleted: focusMode = view.focusMode
+            readonly property bool isFocus: identity === "focus"
 
             Repeater {
-                model: shown.focusMode ? 0 : 1
+                model: shown.isFocus ? 0 : 1
 
                 delegate: ProjectNavigationView {
                     anchors.fill: parent
@@ -57,7 +53,7 @@ FocusScope {
                 }
             }
             Repeater {
-                model: shown.focusMode ? 1 : 0
+                model: shown.isFocus ? 1 : 0
 
                 delegate: FocusSummaryView {
                     anchors.fill: parent
@@ -72,7 +68,7 @@ FocusScope {
 
         anchors.bottom: footer.top
         width: parent.width
-        current: SoftTheme.appearanceMode(view.appearanceModeRaw).rawValue
+        current: view.appearanceMode
         onChosen: rawValue => view.appearanceChosen(rawValue)
     }
     StatusFooter {

@@ -13,7 +13,7 @@ Item {
 
     height: 52
 
-    SidebarState {
+    DatabaseState {
         id: database
 
         model: footer.model
@@ -44,7 +44,7 @@ Item {
             }
             SoftText {
                 anchors.verticalCenter: parent.verticalCenter
-                text: database.databaseLabel
+                text: database.label
                 size: 9
                 weight: Font.DemiBold
                 color: SoftTheme.primaryInk
