@@ -11,11 +11,14 @@ Item {
     required property int weight
     required property color color
 
-    onNameChanged: {
-        before.name = now.name;
-        now.name = name;
-        if (before.name !== "")
-            leaving.restart();
+    property string shown: name
+
+    Behavior on shown {
+        SequentialAnimation {
+            PropertyAction { target: before; property: "name"; value: fading.shown }
+            PropertyAction {}
+            HoverAnimation { target: before; property: "opacity"; from: 1; to: 0 }
+        }
     }
 
     SoftSymbol {
@@ -24,6 +27,7 @@ Item {
         anchors.fill: parent
         smooth: fading.smooth
         opacity: 1 - before.opacity
+        name: fading.shown
         size: fading.size
         weight: fading.weight
         color: fading.color
@@ -38,13 +42,5 @@ Item {
         size: fading.size
         weight: fading.weight
         color: fading.color
-    }
-    HoverAnimation {
-        id: leaving
-
-        target: before
-        property: "opacity"
-        from: 1
-        to: 0
     }
 }

@@ -15,24 +15,17 @@ Item {
 
     readonly property real gap: 1
     readonly property real line: 2
-    readonly property bool shown: target.visible && target.visualFocus
-
-    property SoftSurface surface: null
 
     anchors.fill: target
     anchors.margins: -(gap + line / 2)
-    visible: shown
-    onShownChanged: {
-        if (shown && !surface)
-            surface = drawn.createObject(ring) as SoftSurface;
-    }
+    visible: target.visible && target.visualFocus
 
-    // Made when it is wanted: hardly any control ever shows its ring.
-    Component {
-        id: drawn
+    // Hardly any control ever shows its ring. A Loader makes no bound component before Qt 6.5.
+    Repeater {
+        model: ring.visible ? 1 : 0
 
-        SoftSurface {
-            anchors.fill: parent
+        delegate: SoftSurface {
+            anchors.fill: ring
             radius: ring.radius + ring.gap + ring.line / 2
             outline: SoftTheme.accent
             outlineWidth: ring.line

@@ -150,6 +150,35 @@ private slots:
         QVERIFY(top() == 0 && !knob->isVisible());
     }
 
+    void aFingerDragsTheListAndAMouseDoesNot() {
+        ShellFixture f(lately(53));
+        const QQuickItem *list = f.item("ThreadList");
+        const auto top = [list] { return list->property("contentY").toDouble(); };
+        const QPoint middle = f.rect(list).center().toPoint();
+        QPointingDevice *screen = QTest::createTouchDevice();
+        const auto drag = [&](int distance) {
+            QTest::touchEvent(f.window, screen).press(0, middle);
+            for (int step = 1; step <= 4; ++step) {
+                QTest::qWait(20);
+                QTest::touchEvent(f.window, screen)
+                    .move(0, middle - QPoint(0, step * distance / 4));
+            }
+            QTest::touchEvent(f.window, screen).release(0, middle - QPoint(0, distance));
+        };
+        drag(200);
+        const double dragged = top();
+        QVERIFY(dragged > 50);
+        QTRY_VERIFY2(top() > dragged + 20, "it goes on by itself");
+        QTRY_VERIFY(!list->property("moving").toBool());
+        const double rest = top();
+        QTest::mousePress(f.window, Qt::LeftButton, {}, middle);
+        for (int step = 1; step <= 4; ++step) {
+            QTest::mouseMove(f.window, middle - QPoint(0, step * 50));
+        }
+        QTest::mouseRelease(f.window, Qt::LeftButton, {}, middle - QPoint(0, 200));
+        QCOMPARE(top(), rest);
+    }
+
     void whatIsReadDecidesWhatShows() {
         const std::array<QString, 5> cases[] = {
             {"standard", "LoadingIndexView", "ThreadList", "无法读取任务|",

@@ -1,0 +1,156 @@
+#include "app/controls/ScrollMotion.h"
+
+#include <QPointerEvent>
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tallyview {
+
+namespace {
+
+/// One notch of a wheel.
+constexpr qreal wheelStep = 96;
+/// As much of the view as a page key turns.
+constexpr qreal page = 0.9;
+
+} // namespace
+
+ScrollMotion::ScrollMotion(QObject *parent) : QObject(parent) {
+    QEasingCurve easeOut(QEasingCurve::BezierSpline);
+    easeOut.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
+    m_glide.setEasingCurve(easeOut);
+    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant &top) {
+        // The content may have become shorter on the way.
+        m_view->setProperty("contentY", std::min(top.toReal(), lowestTop()));
+    });
+}
+
+void ScrollMotion::setView(QQuickItem *view) {
+    m_view = view;
+    view->installEventFilter(this);
+    connect(view, &QQuickItem::windowChanged, this, &ScrollMotion::watch);
+    watch(view->window());
+}
+
+void ScrollMotion::watch(QQuickWindow *window) {
+    if (window) {
+        window->installEventFilter(this);
+    }
+}
+
+bool ScrollMotion::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == m_view && event->type() == QEvent::Wheel) {
+        event->setAccepted(turn(*static_cast<const QWheelEvent *>(event)));
+        return true;
+    }
+    if (event->type() == QEvent::TouchBegin || event->type() == QEvent::MouseButtonPress) {
+        const auto &press = *static_cast<const QPointerEvent *>(event);
+        const bool touched = press.deviceType() == QInputDevice::DeviceType::TouchScreen;
+        if (std::exchange(m_touched, touched) != touched) {
+            emit touchedChanged();
+        }
+    }
+    return false;
+}
+
+qreal ScrollMotion::lowestTop() const {
+    return std::max(0.0, number("contentHeight") - m_view->height());
+}
+
+qreal ScrollMotion::farthestLeft() const {
+    return std::max(0.0, number("contentWidth") - m_view->width());
+}
+
+void ScrollMotion::scrollTo(qreal top, bool animated) {
+    m_glide.stop();
+    const qreal target = std::clamp(top, 0.0, lowestTop());
+    m_glide.setStartValue(number("contentY"));
+    m_glide.setEndValue(target);
+    m_glide.setDuration(animated ? m_duration : 0);
+    m_glide.start();
+}
+
+void ScrollMotion::scrollBy(qreal distance, bool animated) {
+    const bool isGliding = m_glide.state() == QAbstractAnimation::Running;
+    scrollTo((isGliding ? m_glide.endValue().toReal() : number("contentY")) + distance, animated);
+}
+
+void ScrollMotion::scrollAcrossTo(qreal left) {
+    m_view->setProperty("contentX", std::round(std::clamp(left, 0.0, farthestLeft())));
+}
+
+bool ScrollMotion::scrollForKey(int key) {
+    if (lowestTop() == 0) {
+        return false;
+    }
+    switch (key) {
+    case Qt::Key_PageUp:
+        scrollBy(-page * m_view->height(), true);
+        return true;
+    case Qt::Key_PageDown:
+        scrollBy(page * m_view->height(), true);
+        return true;
+    case Qt::Key_Home:
+        scrollTo(0, true);
+        return true;
+    case Qt::Key_End:
+        scrollTo(lowestTop(), true);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ScrollMotion::turn(const QWheelEvent &wheel) {
+    // A touchpad tells pixels, a wheel notches.
+    const bool isSmooth = !wheel.pixelDelta().isNull();
+    const QPointF distance =
+        isSmooth ? QPointF(wheel.pixelDelta()) : QPointF(wheel.angleDelta()) / 120 * wheelStep;
+    // What cannot scroll leaves the wheel to the view around it.
+    const bool goesAcross = distance.x() != 0 && farthestLeft() > 0;
+    const bool goesDown = distance.y() != 0 && lowestTop() > 0;
+    if (goesAcross) {
+        scrollAcrossTo(number("contentX") - distance.x());
+    }
+    if (goesDown) {
+        scrollBy(-distance.y(), !isSmooth && wheel.angleDelta().y() % 120 == 0);
+    }
+    return goesAcross || goesDown;
+}
+
+void ScrollMotion::setFocusedItem(QQuickItem *item) {
+    m_focusedItem = item;
+    const auto *content = m_view->property("contentItem").value<QQuickItem *>();
+    if (item && content->isAncestorOf(item) && isReached(*item)) {
+        reveal(*item);
+    }
+}
+
+/// Whether the keyboard has brought the focus to `item`. What is no control does not tell; as tall
+/// as the view it would jump about under the mouse.
+bool ScrollMotion::isReached(const QQuickItem &item) const {
+    const QVariant visualFocus = item.property("visualFocus");
+    return visualFocus.isValid() ? visualFocus.toBool()
+                                 : item.activeFocusOnTab() && item.height() < m_view->height();
+}
+
+void ScrollMotion::reveal(const QQuickItem &item) {
+    const auto *content = m_view->property("contentItem").value<QQuickItem *>();
+    const QRectF place =
+        item.mapRectToItem(content, QRectF({}, item.size()))
+            .adjusted(-m_revealMargin, -m_revealMargin, m_revealMargin, m_revealMargin);
+    if (place.left() < number("contentX")) {
+        scrollAcrossTo(place.left());
+    } else if (place.right() > number("contentX") + m_view->width()) {
+        scrollAcrossTo(place.right() - m_view->width());
+    }
+    if (place.top() < number("contentY")) {
+        scrollTo(place.top(), true);
+    } else if (place.bottom() > number("contentY") + m_view->height()) {
+        scrollTo(place.bottom() - m_view->height(), true);
+    }
+}
+
+} // namespace tallyview
