@@ -1,6 +1,7 @@
 """The application on a desktop of its own: a sample home, the session's bus and display, and what
 of it assistive technology sees. Everything lives in one temporary folder."""
 
+import contextlib
 import ctypes
 import glob
 import os
@@ -226,8 +227,11 @@ class Desktop:
         self.await_refresh()
 
     def texts(self):
-        return "\n".join(f"{role(item)}: {item.get_name()} | {item.get_description()}"
-                         for item in self.tree())
+        lines = []
+        for item in self.tree():
+            with contextlib.suppress(GLib.Error):  # it is just going away
+                lines.append(f"{role(item)}: {item.get_name()} | {item.get_description()}")
+        return "\n".join(lines)
 
     # The settings file, as any program sees it.
 
