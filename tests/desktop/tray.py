@@ -21,7 +21,7 @@ class Tray:
             Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
             | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
         self._loop = GLib.MainLoop.new(GLib.MainContext.new(), False)
-        self._thread = threading.Thread(target=self._serve)
+        self._thread = threading.Thread(target=self._serve, daemon=True)
         self._thread.start()
 
     def close(self):

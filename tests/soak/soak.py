@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Refreshes beside agents that write, crash, lock, fill the disk and replace their database.
+"""Refreshes beside agents that write, crash, lock, run out of room and replace their database.
 
     soak.py READER [SECONDS]    SECONDS (6) of each kind of trouble
 
@@ -10,31 +10,165 @@ and the first refresh after the trouble succeeds.
 
 import contextlib
 import hashlib
+import multiprocessing
 import os
 import pathlib
 import random
+import resource
 import select
 import sqlite3
 import subprocess
 import sys
 import tempfile
 import time
-
-import agent
+from multiprocessing.sharedctypes import RawArray, RawValue
 
 LOCKED = "无法读取 Orvik 任务：database is locked"
 UNRECOVERED = "无法读取 Orvik 任务：attempt to write a readonly database"
 MISSING = "找不到 Orvik 状态数据库："
 VANISHED = "无法只读打开 Orvik 数据库：unable to open database file"
+COLUMNS = ("id, title, preview, cwd, source, model, reasoning_effort, git_branch, tokens_used,"
+           " created_at, created_at_ms, updated_at, updated_at_ms, recency_at, recency_at_ms,"
+           " archived, agent_role, agent_path, rollout_path")
 HANG_SECONDS = 120
 IDLE_REFRESHES = 500  # ten times, in each journal mode
 SLACK_BYTES = 65536  # a leak of 16 bytes a refresh is more
-DISK_BYTES = 20_000_000
 BYSTANDERS = 600  # so many threads more that several batches are made of them
+LIVE = 6  # threads with a rollout file of their own
 
 
-class Failed(Exception):
-    pass
+def event(kind):
+    """Begins with a line feed: the line before may never have been finished."""
+    return b'\n{"type":"event_msg","payload":{"type":"%s"}}\n' % kind.encode()
+
+
+class Agent:
+    """Each transaction writes all of its rows anew, with the transaction's number as their title.
+    What the agent says of itself lies in memory that outlives its process."""
+
+    def __init__(self, home, name, journal, replaces):
+        self.database = home / "state.sqlite"
+        self.rollouts = [home / f"{name}{index}.jsonl" for index in range(LIVE)]
+        self.name, self.journal, self.replaces = name, journal, replaces
+        self.begun = RawValue("q", 0)  # number of the last transaction
+        self.committed = RawValue("q", 0)  # number of the last that was committed
+        self.refused = RawValue("q", 0)
+        self.runs = RawArray("b", LIVE)  # whether the last event of each thread started a task
+        self.is_stopping = RawValue("b", 0)
+        with contextlib.closing(self.connected(self.database)) as connection:
+            self.commit(connection)
+
+    def start(self):
+        self.is_stopping.value = 0
+        self.process = multiprocessing.Process(target=self.work)
+        self.process.start()
+
+    def kill(self):
+        self.process.kill()
+        self.process.join()
+
+    def finish(self):
+        """The last transaction of an agent that finishes is committed."""
+        self.is_stopping.value = 1
+        self.process.join(60)
+        if self.process.exitcode != 0 or self.committed.value != self.begun.value:
+            raise AssertionError("an agent did not recover")
+
+    def wait_for_transaction(self):
+        """Returns early in a transaction, or after a while without one."""
+        end = time.monotonic() + 0.1
+        while self.begun.value == self.committed.value and time.monotonic() < end:
+            pass
+        time.sleep(random.random() / 200)
+
+    def complaint(self, rows, committed, is_at_work):
+        """What is wrong with rows ({id: (title, state)}) read since a transaction was committed."""
+        numbers = {int(title) for title, _ in rows.values()}
+        if len(numbers) != 1 or not committed <= min(numbers) <= self.begun.value:
+            return f"transactions {numbers} instead of one from {committed} to {self.begun.value}"
+        if len(rows) != self.row_count(min(numbers)):
+            return f"{len(rows)} rows in transaction {numbers}"
+        running = [state == "running" for _, state in rows.values()]
+        expected = [bool(runs) for runs in self.runs] + [False] * (len(rows) - LIVE)
+        known = slice(LIVE if is_at_work else 0, None)
+        return None if running[known] == expected[known] else f"{running} instead of {expected}"
+
+    @staticmethod
+    def row_count(number):
+        """Transactions add and remove rows, so that a part of a list is seen."""
+        return LIVE + 4 + number % 7
+
+    # In the agent's process.
+
+    def work(self):
+        random.seed()
+        connection = self.connected(self.database)
+        while not self.is_stopping.value:
+            try:
+                self.write(connection)
+                for _ in range(4):
+                    self.act(random.randrange(LIVE))
+            except (OSError, sqlite3.OperationalError):  # there is no room
+                self.refused.value += 1
+                connection.rollback()
+            time.sleep(random.random() / 50)
+        self.write(connection)
+        for index in range(LIVE):
+            self.end_with(index, random.choice(("task_started", "task_complete", "turn_aborted")))
+        connection.close()
+
+    def connected(self, path):
+        connection = sqlite3.connect(path, timeout=30, isolation_level=None)
+        # With so small a cache changed pages are written before they are committed.
+        connection.executescript(f"PRAGMA journal_mode = {self.journal}; PRAGMA cache_size = 5;"
+                                 "PRAGMA synchronous = OFF; CREATE TABLE IF NOT EXISTS threads"
+                                 f" ({COLUMNS.replace('id,', 'id PRIMARY KEY,', 1)})")
+        return connection
+
+    def write(self, connection):
+        if not self.replaces:
+            self.commit(connection)
+            return
+        successor = self.database.with_name("successor.sqlite")
+        successor.unlink(missing_ok=True)
+        with contextlib.closing(self.connected(successor)) as other:
+            self.commit(other, is_visible=False)
+        if random.random() < 0.3:
+            self.database.unlink()
+            time.sleep(random.random() / 50)
+        os.replace(successor, self.database)
+        self.committed.value = self.begun.value
+
+    def commit(self, connection, is_visible=True):
+        number = self.begun.value = self.begun.value + 1
+        connection.execute("BEGIN IMMEDIATE")
+        connection.execute("DELETE FROM threads WHERE id GLOB ?", (self.name + "-*",))
+        for index in range(self.row_count(number)):
+            is_live = index < LIVE
+            connection.execute(
+                "INSERT INTO threads (id, title, preview, updated_at_ms, archived, rollout_path)"
+                " VALUES (?, ?, ?, ?, ?, ?)",
+                (f"{self.name}-{index:02}", str(number), "x" * random.randrange(4000), number,
+                 not is_live, str(self.rollouts[index if is_live else 0])))
+        time.sleep(random.choice((0, 0.02)) * random.random())
+        connection.execute("COMMIT")
+        if is_visible:
+            self.committed.value = number
+
+    def act(self, index):
+        """Does something to a rollout file, which is seen, and left, in the midst of it."""
+        path = self.rollouts[index]
+        change = random.choice((os.truncate, os.unlink, os.rename, *[None] * 7))
+        if change and path.exists():
+            change(*{os.truncate: (path, 0), os.rename: (path, f"{path}.1")}.get(change, (path,)))
+        with open(path, "ab", buffering=0) as file:
+            file.write(event(random.choice(("task_started", "turn_aborted"))))
+            file.write(b'\n{"note":"' + "任务".encode() * random.randrange(2000))
+            file.write(b'\xe4'[:random.randrange(2)])
+
+    def end_with(self, index, kind):
+        self.rollouts[index].write_bytes(event("task_complete") + event(kind) + b'\n{"type":"event_')
+        self.runs[index] = kind == "task_started"
 
 
 class Reader:
@@ -49,10 +183,10 @@ class Reader:
         answer = b""
         while not answer.endswith(b"\n"):
             if not select.select([self.process.stdout], [], [], HANG_SECONDS)[0]:
-                raise Failed("the reader hangs")
+                raise AssertionError("the reader hangs")
             piece = os.read(self.process.stdout.fileno(), 1 << 20)
             if not piece:
-                raise Failed(f"the reader ended: {self.process.wait()}")
+                raise AssertionError(f"the reader ended: {self.process.wait()}")
             answer += piece
         return answer.decode().rstrip("\n")
 
@@ -71,37 +205,36 @@ class Reader:
     def close(self):
         self.process.stdin.close()
         if self.process.wait(HANG_SECONDS) != 0:
-            raise Failed("the reader did not end well")
+            raise AssertionError("the reader did not end well")
 
 
 class Scene:
     """A home, the agents at work in it and the reader beside them."""
 
     def __init__(self, program, home, journal, agents=2, replaces=False):
-        self.agents = [agent.Agent(home, f"agent{index}", journal, replaces)
-                       for index in range(agents)]
         self.home, self.database = home, home / "state.sqlite"
-        bystanders = self.agents[0].connected(self.database)
-        bystanders.executemany("INSERT INTO threads (id, title) VALUES (?, 'bystander')",
-                               ((f"bystander{index}",) for index in range(BYSTANDERS)))
-        bystanders.close()
+        self.agents = [Agent(home, f"agent{index}", journal, replaces) for index in range(agents)]
+        with contextlib.closing(self.agents[0].connected(self.database)) as bystanders:
+            bystanders.executemany("INSERT INTO threads (id, title) VALUES (?, 'bystander')",
+                                   ((f"bystander{index}",) for index in range(BYSTANDERS)))
         self.reader = Reader(program, self.database)
-        self.lists = self.errors = self.kills = 0
+        self.lists = self.errors = 0
+        self.is_at_work = False
 
     def refresh(self, *explained, times=1):
         """A refresh; only an error that the trouble explains may come instead of a list."""
-        before = [each.ledger.snapshot() for each in self.agents]
+        before = [each.committed.value for each in self.agents]
         answer = self.reader.refresh(times)
         if isinstance(answer, str):
             self.errors += 1
             if answer not in explained:
-                raise Failed(answer)
+                raise AssertionError(answer)
             return
         self.lists += times
-        for each, snapshot in zip(self.agents, before):
+        for each, committed in zip(self.agents, before):
             rows = {name: row for name, row in answer.items() if name.startswith(each.name)}
-            if complaint := each.ledger.complaint(rows, snapshot):
-                raise Failed(f"{each.name}: {complaint}")
+            if complaint := each.complaint(rows, committed, self.is_at_work):
+                raise AssertionError(f"{each.name}: {complaint}")
 
     def refresh_for(self, seconds, *explained):
         end = time.monotonic() + seconds
@@ -110,15 +243,17 @@ class Scene:
 
     @contextlib.contextmanager
     def agents_at_work(self):
+        self.is_at_work = True
         for each in self.agents:
             each.start()
         try:
             yield
-            if not all([each.finish() for each in self.agents]):
-                raise Failed("an agent did not recover")
+            for each in self.agents:
+                each.finish()
         finally:
             for each in self.agents:
                 each.kill()
+        self.is_at_work = False
         self.refresh()
 
 
@@ -133,38 +268,33 @@ def killed(scene, seconds):
         while time.monotonic() < end:
             scene.refresh_for(random.random() / 5, LOCKED, UNRECOVERED)
             victim = random.choice(scene.agents)
-            victim.ledger.wait_for_transaction()
+            victim.wait_for_transaction()
             victim.kill()
-            scene.kills += 1
             scene.refresh(LOCKED, UNRECOVERED)
             victim.start()
 
 
 def locked(scene, seconds):
-    holder = sqlite3.connect(scene.database, isolation_level=None)
-    holder.execute("BEGIN EXCLUSIVE")
-    scene.refresh_for(max(seconds, 10), LOCKED)
-    if scene.lists:
-        raise Failed("the lock was not felt")
-    holder.execute("COMMIT")
-    holder.close()
+    with contextlib.closing(sqlite3.connect(scene.database, isolation_level=None)) as holder:
+        holder.execute("BEGIN EXCLUSIVE")
+        scene.refresh_for(max(seconds, 10), LOCKED)
+        if scene.lists:
+            raise AssertionError("the lock was not felt")
     scene.refresh()
 
 
 def full(scene, seconds):
-    filler = scene.home / "filler"
+    """There is room for the database, but none for a log of its size."""
+    room, endless = scene.database.stat().st_size + 20_000, resource.RLIM_INFINITY
     with scene.agents_at_work():
         end = time.monotonic() + seconds
         while time.monotonic() < end:
-            for _ in range(5):  # the agents delete files too
-                with filler.open("ab", buffering=0) as file, contextlib.suppress(OSError):
-                    while file.write(b"x" * 4096):
-                        pass
-                scene.refresh_for(0.1, LOCKED, UNRECOVERED)
-            filler.unlink()
-            scene.refresh_for(0.5, LOCKED, UNRECOVERED)
-    if not all(each.ledger.refused.value for each in scene.agents):
-        raise Failed("the disk was not full")
+            for limit in room, endless:
+                for each in scene.agents:
+                    resource.prlimit(each.process.pid, resource.RLIMIT_FSIZE, (limit, endless))
+                scene.refresh_for(0.3, LOCKED, UNRECOVERED)
+    if not all(each.refused.value for each in scene.agents):
+        raise AssertionError("there was room")
 
 
 def replaced(scene, seconds):
@@ -188,59 +318,26 @@ def idle(scene, _seconds):
         scene.refresh(times=IDLE_REFRESHES)
     memory_now, descriptors_now = scene.reader.resources()
     if fingerprint() != files:
-        raise Failed("a file has changed")
+        raise AssertionError("a file has changed")
     if descriptors_now != descriptors or memory_now > memory + SLACK_BYTES:
-        raise Failed(f"{descriptors} -> {descriptors_now} descriptors, "
-                     f"{memory} -> {memory_now} bytes")
+        raise AssertionError(f"{descriptors} -> {descriptors_now} descriptors, "
+                             f"{memory} -> {memory_now} bytes")
     held.close()
 
 
-def run(program, name, act, seconds, home, **options):
-    scene = Scene(program, home, **options)
-    act(scene, seconds)
-    scene.reader.close()
-    print(f"{name:22} {scene.lists:6} lists {scene.errors:5} errors {scene.kills:4} kills "
-          f"{sum(each.ledger.committed.value for each in scene.agents):6} transactions", flush=True)
-
-
-TROUBLES = [
-    ("working, log", working, {"journal": "WAL"}),
-    ("working, journal", working, {"journal": "DELETE"}),
-    ("killed, log", killed, {"journal": "WAL"}),
-    ("killed, journal", killed, {"journal": "DELETE"}),
-    ("locked", locked, {"journal": "DELETE"}),
-    ("replaced", replaced, {"journal": "DELETE", "agents": 1, "replaces": True}),
-    ("full, log", full, {"journal": "WAL"}),
-    ("full, journal", full, {"journal": "DELETE"}),
-    ("idle, log", idle, {"journal": "WAL"}),
-    ("idle, journal", idle, {"journal": "DELETE"}),
-]
-
-
 def main(program, seconds="6"):
-    with tempfile.TemporaryDirectory(prefix="tallyview-soak-") as folder:
-        for number, (name, act, options) in enumerate(TROUBLES):
-            home = pathlib.Path(folder, str(number))
-            home.mkdir()
-            if act is full:
-                if not HAS_MOUNTS:
-                    print(f"{name:22} left out: a small disk cannot be mounted here")
-                    continue
-                mount = ["mount", "-t", "tmpfs", "-o", f"size={DISK_BYTES}", "tmpfs", home]
-                subprocess.run(mount, check=True)
-            try:
-                run(program, name, act, float(seconds), home, **options)
-            finally:
-                if act is full:
-                    subprocess.run(["umount", "--lazy", home], check=True)
+    for act, journal, options in [
+            (working, "WAL", {}), (working, "DELETE", {}), (killed, "WAL", {}),
+            (killed, "DELETE", {}), (locked, "DELETE", {}), (full, "WAL", {}),
+            (replaced, "DELETE", {"agents": 1, "replaces": True}), (idle, "WAL", {}),
+            (idle, "DELETE", {})]:
+        with tempfile.TemporaryDirectory(prefix="tallyview-soak-") as folder:
+            scene = Scene(program, pathlib.Path(folder), journal, **options)
+            act(scene, float(seconds))
+            scene.reader.close()
+            print(f"{act.__name__:8} {journal:6} {scene.lists:6} lists {scene.errors:5} errors "
+                  f"{sum(each.committed.value for each in scene.agents):6} transactions", flush=True)
 
-
-# Mounts of its own, for a small disk; they go with the process.
-HAS_MOUNTS = "TALLYVIEW_SOAK_HAS_MOUNTS" in os.environ
 
 if __name__ == "__main__":
-    alone = ["unshare", "--mount", *([] if os.geteuid() == 0 else ["--map-root-user"])]
-    if not HAS_MOUNTS and subprocess.run([*alone, "true"], check=False).returncode == 0:
-        os.environ["TALLYVIEW_SOAK_HAS_MOUNTS"] = "yes"
-        os.execvp("unshare", [*alone, sys.executable, *sys.argv])
     main(*sys.argv[1:])
