@@ -16,7 +16,7 @@ class ThreadIndexContent : public tallyview::ModelObserver {
     Q_PROPERTY(tallyview::ThreadIndexState *index READ index WRITE setIndex REQUIRED)
     Q_PROPERTY(double viewTop READ viewTop WRITE setViewTop NOTIFY viewTopChanged)
     Q_PROPERTY(double viewHeight READ viewHeight WRITE setViewHeight NOTIFY viewHeightChanged)
-    Q_PROPERTY(Face face READ face NOTIFY changed)
+    Q_PROPERTY(tallyview::ThreadIndexContent::Face face READ face NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY changed)
     Q_PROPERTY(int rowsRevision MEMBER m_rowsRevision NOTIFY rowsChanged)

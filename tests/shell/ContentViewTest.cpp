@@ -48,6 +48,15 @@ private slots:
         QCOMPARE(f.item("SidebarView")->width(), 210.0);
     }
 
+    void theSearchFieldStaysWideEnoughToTypeIn() {
+        ShellFixture f(projects(2), {{"sidebarWidth", "360"}});
+        f.window->resize(1100, 730);
+        const QQuickItem *field = f.item("SearchField");
+        QTRY_COMPARE(field->width(), 143.0);
+        QVERIFY(!f.rect(f.item("StatusControl")).intersects(f.rect(field)));
+        QVERIFY(!f.text("⌘ K")->isVisible());
+    }
+
     void otherWaysToTheEdge() {
         ShellFixture f(projects(2), {{"sidebarWidth", "500"}});
         QCOMPARE(f.defaults.number("sidebarWidth"), 360.0);

@@ -11,6 +11,9 @@ FocusScope {
 
     required property ThreadIndexState index
 
+    /// To see what one types. The hint is left out before the field gets any narrower.
+    readonly property real leastWidth: 150
+
     height: 42
 
     SearchRequest {
@@ -44,8 +47,8 @@ FocusScope {
 
         anchors.left: glass.right
         anchors.leftMargin: 9
-        anchors.right: hint.left
-        anchors.rightMargin: 9
+        anchors.right: hint.visible ? hint.left : parent.right
+        anchors.rightMargin: hint.visible ? 9 : 12
         anchors.verticalCenter: parent.verticalCenter
         clip: true
         focus: true
@@ -78,6 +81,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
+        visible: view.width > view.leastWidth
         text: "⌘ K"
         size: 8
         weight: Font.Medium

@@ -12,7 +12,6 @@ SoftRaised {
 
     required property ThreadIndexState index
 
-    width: 310
     height: 44
     radius: 11
     strength: 0.72

@@ -62,13 +62,17 @@ Item {
                 anchors.right: refresh.left
                 anchors.rightMargin: 8
                 anchors.verticalCenter: parent.verticalCenter
-                visible: header.index.hasExtraFilters
+                enabled: header.index.hasExtraFilters
+                opacity: enabled ? 1 : 0
+                visible: opacity > 0
                 text: "重置筛选"
                 implicitWidth: resetText.implicitWidth
                 implicitHeight: resetText.implicitHeight
                 Accessible.name: text
                 Accessible.onPressAction: clicked()
                 onClicked: header.index.resetFilters()
+
+                Behavior on opacity { ReplaceAnimation {} }
 
                 SoftText {
                     id: resetText
@@ -102,12 +106,16 @@ Item {
             width: parent.width
             height: status.height
 
+            // Where there is not room for both, the segments draw together so that one can type.
             StatusControl {
                 id: status
 
+                width: Math.max(186, Math.min(310, parent.width - 14 - search.leastWidth))
                 index: header.index
             }
             SearchField {
+                id: search
+
                 anchors.left: status.right
                 anchors.leftMargin: 14
                 anchors.right: parent.right
