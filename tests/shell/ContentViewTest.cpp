@@ -34,6 +34,7 @@ private slots:
         const QQuickItem *handle = f.item("SidebarResizeHandle");
         QPoint start = f.rect(handle).center().toPoint();
         QTest::mousePress(f.window, Qt::LeftButton, {}, start);
+        QTest::mouseMove(f.window, start + QPoint(2, 0)); // tells a drag from a click
         const std::pair<int, double> widths[] = {{0, 224},   {40, 264},  {300, 360},
                                                  {200, 360}, {130, 354}, {-100, 200}};
         for (const auto &[distance, width] : widths) {
@@ -44,6 +45,7 @@ private slots:
         QTest::mouseRelease(f.window, Qt::LeftButton, {}, start + QPoint(-100, 5));
         start = f.rect(handle).center().toPoint();
         QTest::mousePress(f.window, Qt::LeftButton, {}, start);
+        QTest::mouseMove(f.window, start + QPoint(2, 0)); // tells a drag from a click
         QTest::mouseMove(f.window, start + QPoint(10, 0));
         QCOMPARE(f.item("SidebarView")->width(), 210.0);
     }
@@ -54,7 +56,7 @@ private slots:
         const QQuickItem *field = f.item("SearchField");
         QTRY_COMPARE(field->width(), 143.0);
         QVERIFY(!f.rect(f.item("StatusControl")).intersects(f.rect(field)));
-        QVERIFY(!f.text("⌘ K")->isVisible());
+        QVERIFY(!f.text("⌘ K"));
     }
 
     void otherWaysToTheEdge() {
