@@ -32,9 +32,11 @@ Item {
     // Fades as one picture, not piece by piece.
     layer.enabled: entering.running || leaving.running
     layer.smooth: true
+    // What is completed does not tell that it has finished, from Qt 6.8 on.
     onStillChanged: {
         entering.complete();
-        leaving.complete();
+        if (!live)
+            replacer.drop(shown);
     }
 
     Item {

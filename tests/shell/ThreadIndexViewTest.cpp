@@ -1,6 +1,7 @@
 #include "tests/shell/ShellFixture.h"
 
 #include <cmath>
+#include <memory>
 
 using namespace tallyview;
 using namespace tallyview::test;
@@ -151,19 +152,19 @@ private slots:
     }
 
     void aFingerDragsTheListAndAMouseDoesNot() {
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
         ShellFixture f(lately(53));
         const QQuickItem *list = f.item("ThreadList");
         const auto top = [list] { return list->property("contentY").toDouble(); };
         const QPoint middle = f.rect(list).center().toPoint();
-        QPointingDevice *screen = QTest::createTouchDevice();
         const auto drag = [&](int distance) {
-            QTest::touchEvent(f.window, screen).press(0, middle);
+            QTest::touchEvent(f.window, screen.get()).press(0, middle);
             for (int step = 1; step <= 4; ++step) {
                 QTest::qWait(20);
-                QTest::touchEvent(f.window, screen)
+                QTest::touchEvent(f.window, screen.get())
                     .move(0, middle - QPoint(0, step * distance / 4));
             }
-            QTest::touchEvent(f.window, screen).release(0, middle - QPoint(0, distance));
+            QTest::touchEvent(f.window, screen.get()).release(0, middle - QPoint(0, distance));
         };
         drag(200);
         const double dragged = top();
