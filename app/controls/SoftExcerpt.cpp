@@ -10,6 +10,9 @@ namespace tallyview {
 
 namespace {
 
+/// More than fits into any few lines.
+constexpr qsizetype longestShown = 4096;
+
 /// Where the last of the lines begins and ends.
 struct LastLine {
     qsizetype begin = 0;
@@ -66,11 +69,21 @@ void SoftExcerpt::componentComplete() {
     fit();
 }
 
+QString SoftExcerpt::original(int start, int end) const {
+    if (start == end) {
+        return m_text;
+    }
+    return m_text.mid(start, end < m_shown.size() ? end - start : -1);
+}
+
 void SoftExcerpt::fit() {
     if (!m_isComplete || m_width <= 0) {
         return;
     }
-    const QString shown = fitted(m_text, m_font, m_width, m_lineCount);
+    QString text = m_text.first(std::min(m_text.size(), longestShown));
+    std::ranges::replace_if(
+        text, [](QChar character) { return character.isSpace(); }, u' ');
+    const QString shown = fitted(text, m_font, m_width, m_lineCount);
     if (std::exchange(m_shown, shown) != shown) {
         emit shownChanged();
     }

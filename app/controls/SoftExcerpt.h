@@ -8,7 +8,7 @@
 namespace tallyview {
 
 /// As much of a text as fits into a few lines, for a text editor, which cannot cut its text
-/// itself. Main thread.
+/// itself; white space of any kind shows as blanks. Main thread.
 class SoftExcerpt : public QObject, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
@@ -25,6 +25,10 @@ public:
     explicit SoftExcerpt(QObject *parent = nullptr);
 
     QString shown() const { return m_shown; }
+
+    /// The part of the text that stands at `start` up to `end` of what is shown: all that follows
+    /// where it is shown to its end, and the whole text where nothing lies between them.
+    Q_INVOKABLE QString original(int start, int end) const;
 
     /// The text that fits when lines break between words or, where a word is too long, within it.
     static QString fitted(const QString &text, const QFont &font, qreal width, int lineCount);

@@ -8,7 +8,6 @@ SoftText {
 
     property real spacing: 0
 
-    horizontalAlignment: Text.AlignLeft
     wrapMode: Text.Wrap
     lineHeightMode: Text.FixedHeight
     lineHeight: Math.ceil(line.contentHeight) + spacing

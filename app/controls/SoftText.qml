@@ -12,6 +12,8 @@ Text {
     font: SoftFont.font(text.size, text.weight, text.design)
     color: SoftTheme.primaryInk
     textFormat: Text.PlainText
+    // A column keeps its edge whichever way a text runs.
+    horizontalAlignment: Text.AlignLeft
     elide: Text.ElideRight
 
     Accessible.role: Accessible.StaticText

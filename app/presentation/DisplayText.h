@@ -12,9 +12,13 @@ namespace tallyview::DisplayText {
 constexpr qsizetype longestText = 2000;
 
 /// The beginning of `text`, its line breaks kept.
-QString excerpt(std::string_view text, qsizetype longest = longestText);
+QString excerpt(std::string_view text);
 
 /// The beginning of `text` with a blank for each white space, line breaks included.
-QString oneLine(std::string_view text, qsizetype longest = longestText);
+QString oneLine(std::string_view text);
+
+/// As `oneLine`, for a place beside other texts: where it runs from right to left or holds controls
+/// of direction, those end with it.
+QString isolated(std::string_view text);
 
 } // namespace tallyview::DisplayText

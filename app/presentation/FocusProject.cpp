@@ -7,7 +7,7 @@
 namespace tallyview {
 
 QString FocusProject::title() const {
-    return m_name ? DisplayText::oneLine(m_name->toStdString()) + QStringLiteral(" · 任务动态")
+    return m_name ? DisplayText::isolated(m_name->toStdString()) + QStringLiteral(" · 任务动态")
                   : QString();
 }
 

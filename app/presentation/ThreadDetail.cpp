@@ -10,18 +10,14 @@ namespace tallyview {
 namespace {
 
 constexpr std::size_t badgeIDLength = 5;
-/// The longest path that the system knows, so that values can be copied whole.
-constexpr qsizetype longestValue = 4096;
 
 QString badge(const ThreadRecord &thread) {
-    return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + "-" +
-                                uppercased(prefixCharacters(thread.id(), badgeIDLength)));
+    return DisplayText::isolated(TextSanitizer::projectCode(thread->project)) + u'-' +
+           DisplayText::isolated(uppercased(prefixCharacters(thread.id(), badgeIDLength)));
 }
 
-QString value(const std::string &text) { return DisplayText::oneLine(text, longestValue); }
-
 QString valueOrUnknown(const std::string &text) {
-    return text.empty() ? QStringLiteral("未记录") : value(text);
+    return text.empty() ? QStringLiteral("未记录") : QString::fromStdString(text);
 }
 
 } // namespace
@@ -37,15 +33,15 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffs
     detail.title = DisplayText::excerpt(thread->title);
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
-    detail.project = value(thread->project);
+    detail.project = QString::fromStdString(thread->project);
     detail.updated = ThreadFormatting::full(thread->updatedAt, utcOffset);
-    detail.source = value(thread->source);
+    detail.source = QString::fromStdString(thread->source);
     detail.model = valueOrUnknown(thread->model);
     detail.effort = valueOrUnknown(thread->reasoningEffort);
     detail.tokens = number(thread->tokensUsed);
     detail.branch = valueOrUnknown(thread->branch);
     detail.directory = valueOrUnknown(thread->projectPath);
-    detail.threadID = value(thread.id());
+    detail.threadID = QString::fromStdString(thread.id());
     return detail;
 }
 

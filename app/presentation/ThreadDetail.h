@@ -9,7 +9,8 @@ namespace tallyview {
 
 /// One thread, ready to be drawn in the detail panel; by default no thread.
 ///
-/// Texts are cut generously beyond what the panel shows of them.
+/// Title and preview are cut generously beyond what the panel shows of them; the properties are
+/// whole, as they can be copied.
 struct ThreadDetail {
     Q_GADGET
     QML_VALUE_TYPE(threadDetail)

@@ -11,8 +11,10 @@ namespace tallyview {
 namespace {
 
 QString metaLine(const ThreadRecord &thread) {
-    return DisplayText::oneLine(TextSanitizer::projectCode(thread->project) + " / " +
-                                uppercased(thread->project) + " / " + uppercased(thread->source));
+    return QStringList{DisplayText::isolated(TextSanitizer::projectCode(thread->project)),
+                       DisplayText::isolated(uppercased(thread->project)),
+                       DisplayText::isolated(uppercased(thread->source))}
+        .join(QStringLiteral(" / "));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "app/presentation/ThreadFormatting.h"
 
 #include "app/model/DashboardEnvironment.h"
+#include "app/presentation/DisplayText.h"
 #include "app/presentation/ThreadDetail.h"
 
 #include <QTest>
@@ -48,7 +49,7 @@ private slots:
                              .branch = "feature/x",
                              .tokensUsed = 1'234'567,
                              .updatedAt = at(now)}),
-                 "AB-019A3|atlas-board|2024/03/07 12:00|cli|m-5|high|1,234,567|feature/x|/src/a b|"
+                 "AB-019A3|atlas-board|2024/03/07 12:00|cli|m-5|high|1,234,567|feature/x|/src/a\nb|"
                  "019a3f20-1");
         // A badge counts characters, not bytes.
         QCOMPARE(detail({.id = "é👩‍👩‍👧ß12", .project = "web"}).badge,
@@ -63,7 +64,20 @@ private slots:
                                            .projectPath = endless});
         QCOMPARE(shown.title, "one\ntwo");
         QCOMPARE(shown.preview, QString(1999, u'x'));
-        QCOMPARE(shown.directory, QString(4096, u'x'));
+        QCOMPARE(shown.directory.toStdString(), endless);
+    }
+
+    void textsOfAnotherDirectionEndWithThemselves() {
+        const std::pair<const char *, QString> cases[] = {
+            {"atlas 任务\n2", "atlas 任务 2"},
+            {"שלום", QStringLiteral("\u2068שלום\u2069")},
+            {"a\u202Eb", QStringLiteral("\u2068a\u202Eb\u2069")},
+            {"a\u2067b", QStringLiteral("\u2068a\u2067b\u2069\u2069")},
+            {"a\u2069\u2067b\u2069c", QStringLiteral("\u2068a\u2067b\u2069c\u2069")},
+        };
+        for (const auto &[text, shown] : cases) {
+            QCOMPARE(DisplayText::isolated(text), shown);
+        }
     }
 
     void relativeAges() {

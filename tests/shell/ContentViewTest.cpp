@@ -160,6 +160,27 @@ private slots:
         QVERIFY(f.text("选择一个任务") && !f.item("ContinueButton"));
     }
 
+    void whatIsCopiedIsWhatIsStored() {
+        const QString path = "/a\u3000b/" + QString("xy").repeated(3000);
+        ShellFixture f({{.id = "a", .cwd = path.toStdString()}});
+        QQuickItem *text = nullptr; // shows the beginning, with a blank and an ellipsis
+        for (QQuickItem *row : f.items("PropertyRow")) {
+            if (row->property("value") == path) {
+                text = row->childItems().last();
+            }
+        }
+        QVERIFY(text && text->property("text").toString().startsWith("/a b/"));
+        const int length = int(text->property("text").toString().size());
+        const std::tuple<int, int, QString> cases[] = {
+            {0, 0, path}, {1, 4, "a\u3000b"}, {5, length, path.mid(5)}, {0, length, path}};
+        text->forceActiveFocus();
+        for (const auto &[start, end, copied] : cases) {
+            QMetaObject::invokeMethod(text, "select", Q_ARG(int, start), Q_ARG(int, end));
+            QTest::keyClick(f.window, Qt::Key_C, Qt::ControlModifier);
+            QCOMPARE(f.pasteboard.text, copied);
+        }
+    }
+
     void theWorkspaceFollowsTheStoredMode() {
         ShellFixture f(projects(3));
         f.model.setSelectedProject("project1");

@@ -13,11 +13,6 @@ Item {
     property bool monospaced: false
     property int maximumLines: 2
 
-    // The value itself, even where it is not shown to its end.
-    readonly property string copied: {
-        const selection = text.selectedText;
-        return selection === "" || selection === excerpt.shown ? value : selection;
-    }
 
     implicitHeight: Math.max(title.implicitHeight, text.implicitHeight)
 
@@ -65,7 +60,7 @@ Item {
         Keys.onPressed: event => {
             event.accepted = event.matches(StandardKey.Copy);
             if (event.accepted)
-                row.copyMenu.copyRequested(row.copied);
+                row.copyMenu.copyRequested(excerpt.original(text.selectionStart, text.selectionEnd));
         }
 
         MouseArea {
@@ -74,7 +69,7 @@ Item {
             cursorShape: Qt.IBeamCursor
             onPressed: {
                 text.forceActiveFocus(Qt.MouseFocusReason);
-                row.copyMenu.offer(row.copied);
+                row.copyMenu.offer(excerpt.original(text.selectionStart, text.selectionEnd));
             }
         }
     }
