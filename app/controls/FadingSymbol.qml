@@ -1,6 +1,7 @@
 import QtQuick
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
+import Orvik.Tallyview.Theme
 
 /// A symbol that fades into the next when its name changes.
 Item {
@@ -10,6 +11,8 @@ Item {
     required property real size
     required property int weight
     required property color color
+    /// Fades as content that is replaced does, not as a choice.
+    property bool replaces: false
 
     property string shown: name
 
@@ -17,7 +20,14 @@ Item {
         SequentialAnimation {
             PropertyAction { target: before; property: "name"; value: fading.shown }
             PropertyAction {}
-            HoverAnimation { target: before; property: "opacity"; from: 1; to: 0 }
+            HoverAnimation {
+                target: before
+                property: "opacity"
+                from: 1
+                to: 0
+                duration: fading.replaces ? SoftTheme.replaceDuration : SoftTheme.hoverDuration
+                easing.bezierCurve: [fading.replaces ? 0.42 : 0, 0, 0.58, 1, 1, 1]
+            }
         }
     }
 

@@ -12,6 +12,8 @@ T.AbstractButton {
     required property string symbol
     property real symbolSize: 11
     property int symbolWeight: Font.Normal
+    /// Whether another symbol comes as other content does.
+    property bool replacesSymbol: false
     /// Turns the symbol round and round, unless motion is reduced.
     property bool spinning: false
     /// Length of the edges.
@@ -55,6 +57,7 @@ T.AbstractButton {
         name: button.symbol
         size: button.symbolSize
         weight: button.symbolWeight
+        replaces: button.replacesSymbol
         color: SoftTheme.secondaryInk
     }
 

@@ -61,6 +61,7 @@ Item {
         symbol: header.focusMode ? "rectangle.split.3x1" : "square.grid.2x2"
         symbolSize: 13
         symbolWeight: Font.DemiBold
+        replacesSymbol: true
         edge: 34
         helpText: header.focusMode ? "切换到标准模式" : "切换到专注模式"
         hint: "在项目平铺视图和标准三栏视图之间切换"

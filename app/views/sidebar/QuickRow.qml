@@ -27,8 +27,9 @@ SidebarButton {
         radius: 6
         continuous: false
 
-        SoftSymbol {
-            anchors.centerIn: parent
+        FadingSymbol {
+            anchors.fill: parent
+            replaces: true
             name: row.chosen ? "star.fill" : "star"
             size: 11
             weight: Font.DemiBold
