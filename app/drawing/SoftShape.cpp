@@ -14,6 +14,10 @@ namespace {
 /// edge than a quarter circle does.
 constexpr qreal fullEase = 0.5287;
 
+bool isElliptic(const QSizeF &size, qreal radius, CornerStyle style) {
+    return style == CornerStyle::circular && radius > std::min(size.width(), size.height()) / 2;
+}
+
 struct Corner {
     qreal radius;
     qreal ease; ///< 0 is a quarter circle
@@ -61,11 +65,18 @@ std::array<QPointF, 9> cornerCurve(const Corner &corner) {
 } // namespace
 
 qreal cornerReach(const QSizeF &size, qreal radius, CornerStyle style) {
+    if (isElliptic(size, radius, style)) {
+        return std::min(radius, std::max(size.width(), size.height()) / 2);
+    }
     return cornerOf(size, radius, style).reach();
 }
 
 QPainterPath softShape(const QRectF &rect, qreal radius, CornerStyle style) {
     QPainterPath path;
+    if (isElliptic(rect.size(), radius, style)) {
+        path.addRoundedRect(rect, radius, radius);
+        return path;
+    }
     const Corner corner = cornerOf(rect.size(), radius, style);
     if (corner.radius <= 0) {
         path.addRect(rect);

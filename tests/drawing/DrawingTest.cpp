@@ -134,6 +134,9 @@ private slots:
             // Moving by half a pixel adds a quarter to the variance.
             QVERIFY(std::abs(xx - x * x - sigma * sigma - 0.25) < 1e-2);
         }
+        QCOMPARE(cornerReach({2, 60}, 2, CornerStyle::circular), 2.0);
+        const auto narrow = softShape({0, 0, 2, 60}, 2, CornerStyle::circular);
+        QVERIFY2(!narrow.contains({0.2, 0.7}), "its corners are ellipses");
     }
 };
 
