@@ -18,7 +18,8 @@ ProjectCard projectCard(const ProjectSummary &project, Instant now, const UtcOff
     card.completed = QString::number(project.completedCount) + QStringLiteral(" 已完成");
     card.count = QString::number(project.count) + QStringLiteral(" 个任务");
     card.label = card.name + u'，' + running + QStringLiteral(" 个进行中，") + card.count;
-    card.helpText = QStringLiteral("进入 ") + card.name + QStringLiteral(" 的任务动态");
+    card.helpText = QStringLiteral("进入 ") + DisplayText::isolated(project.name) +
+                    QStringLiteral(" 的任务动态");
     return card;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/model/DashboardEnvironment.h"
 #include "app/presentation/DisplayText.h"
+#include "app/presentation/ProjectCards.h"
 #include "app/presentation/ThreadDetail.h"
 
 #include <QTest>
@@ -78,6 +79,10 @@ private slots:
         for (const auto &[text, shown] : cases) {
             QCOMPARE(DisplayText::isolated(text), shown);
         }
+        ProjectSummary project;
+        project.name = "a\u202Eb";
+        QCOMPARE(projectCard(project, at(now), userUtcOffset()).helpText,
+                 QStringLiteral("进入 \u2068a\u202Eb\u2069 的任务动态"));
     }
 
     void relativeAges() {
