@@ -13,7 +13,6 @@ Item {
     property bool monospaced: false
     property int maximumLines: 2
 
-
     implicitHeight: Math.max(title.implicitHeight, text.implicitHeight)
 
     SoftText {
