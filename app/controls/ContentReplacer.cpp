@@ -40,7 +40,6 @@ void ContentReplacer::make() {
                                                m_content->creationContext()));
     content->setParent(this);
     m_current = content;
-    emit currentItemChanged();
 }
 
 void ContentReplacer::drop(QQuickItem *content) {

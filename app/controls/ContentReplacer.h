@@ -17,14 +17,11 @@ class ContentReplacer : public QQuickItem {
     Q_PROPERTY(QQmlComponent *content MEMBER m_content REQUIRED)
     /// Of a change, in milliseconds.
     Q_PROPERTY(int duration MEMBER m_duration NOTIFY durationChanged)
-    /// The content that is not being replaced.
-    Q_PROPERTY(QQuickItem *currentItem READ currentItem NOTIFY currentItemChanged)
 
 public:
     using QQuickItem::QQuickItem;
 
     void setIdentity(const QString &identity);
-    QQuickItem *currentItem() const { return m_current; }
 
     /// `content` has gone from sight.
     Q_INVOKABLE static void drop(QQuickItem *content);
@@ -34,7 +31,6 @@ public:
 signals:
     void identityChanged();
     void durationChanged();
-    void currentItemChanged();
 
 private:
     void make();
@@ -43,7 +39,7 @@ private:
     QString m_identity;
     QQmlComponent *m_content = nullptr;
     int m_duration = 0;
-    QQuickItem *m_current = nullptr;
+    QQuickItem *m_current = nullptr; ///< the content that is not being replaced
 };
 
 } // namespace tallyview

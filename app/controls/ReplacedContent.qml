@@ -5,8 +5,5 @@ import Orvik.Tallyview.Theme
 // place and size, the one it replaces fades out as it was. The first content stands there at once.
 // A StackView would swallow all input while one replaces the other.
 ContentReplacer {
-    // The content that is not being replaced.
-    readonly property ReplaceableContent current: currentItem as ReplaceableContent
-
     duration: SoftTheme.replaceDuration
 }
