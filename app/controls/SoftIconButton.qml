@@ -86,6 +86,6 @@ T.AbstractButton {
     }
     SoftToolTip {
         text: button.helpText
-        visible: button.hovered && button.raised && text !== ""
+        wanted: button.hovered && button.raised && text !== ""
     }
 }

@@ -4,10 +4,12 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-/// Help that appears below its parent after the pointer has rested there. Bind
-/// `visible` to the hovered state.
+// Help that appears below its parent after the pointer has rested there.
 T.ToolTip {
     id: tip
+
+    // Whether the pointer rests there.
+    property bool wanted: true
 
     readonly property real longestLine: 420
 
@@ -19,6 +21,8 @@ T.ToolTip {
     verticalPadding: 5
     margins: 6
     delay: 700
+    // What has left the window may still count as hovered until the next frame.
+    visible: wanted && !!parent && !!parent.Window.window
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: SoftText {

@@ -88,6 +88,17 @@ private slots:
         QVERIFY(text.y() > chevron.bottom() + 6 && text.y() < chevron.bottom() + 36);
     }
 
+    void whatHasLeftTheWindowNeedsNoHelp() {
+        ShellFixture f(projects(1), {{"dashboardMode", "focus"}});
+        QQuickItem *card = f.item("FocusProjectCard");
+        QTest::mouseMove(f.window, f.rect(card).center().toPoint());
+        QTRY_VERIFY(card->property("hovered").toBool());
+        QTest::qWait(600);
+        card->setParentItem(nullptr);
+        QThread::msleep(200); // the tip's 700 are over before the card learns that it has gone
+        QCoreApplication::processEvents();
+    }
+
     // The screen of these tests has 800 by 800 points.
     void aScreenTooSmallMovesTheContent() {
         ShellFixture f(projects(2));

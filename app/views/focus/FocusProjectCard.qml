@@ -149,7 +149,6 @@ T.AbstractButton {
         delegate: SoftToolTip {
             parent: card
             text: card.row.helpText
-            visible: true
         }
     }
     SoftFocusRing {

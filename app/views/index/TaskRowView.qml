@@ -143,10 +143,7 @@ Item {
         Loader {
             anchors.fill: parent
             active: openButton.hovered
-            sourceComponent: SoftToolTip {
-                text: "在 Orvik 中打开"
-                visible: true
-            }
+            sourceComponent: SoftToolTip { text: "在 Orvik 中打开" }
         }
     }
 }

@@ -68,7 +68,7 @@ Item {
                 }
                 SoftToolTip {
                     text: choice.text
-                    visible: choice.hovered && !choice.down
+                    wanted: choice.hovered && !choice.down
                 }
             }
         }

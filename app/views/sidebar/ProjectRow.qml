@@ -70,6 +70,6 @@ SidebarButton {
     }
     SoftToolTip {
         text: view.row.name
-        visible: view.hovered && !view.down
+        wanted: view.hovered && !view.down
     }
 }
