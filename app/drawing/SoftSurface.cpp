@@ -8,10 +8,18 @@ SoftSurface::SoftSurface(QQuickItem *parent) : PatchItem(parent) {
     connect(&m_lightShadow, &SurfaceShadow::changed, this, &QQuickItem::polish);
 }
 
+bool SoftSurface::contains(const QPointF &point) const {
+    return softShape(boundingRect(), m_radius, corners()).contains(point);
+}
+
+CornerStyle SoftSurface::corners() const {
+    return m_continuous ? CornerStyle::continuous : CornerStyle::circular;
+}
+
 SoftLook SoftSurface::look() const {
     return {
         .radius = m_radius,
-        .corners = m_continuous ? CornerStyle::continuous : CornerStyle::circular,
+        .corners = corners(),
         .fill = m_fill,
         .outline = m_outline,
         .outlineWidth = m_outlineWidth,

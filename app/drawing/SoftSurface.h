@@ -36,7 +36,7 @@ private:
 ///
 /// Lengths are points. The dark shadow is cast by the rectangle, the light one
 /// by the rectangle and the dark shadow together; both lie under it. Any
-/// property may be animated.
+/// property may be animated. As a `containmentMask` it encloses its rounded shape.
 class SoftSurface : public tallyview::PatchItem {
     Q_OBJECT
     QML_ELEMENT
@@ -56,6 +56,8 @@ public:
     SurfaceShadow *darkShadow() { return &m_darkShadow; }
     SurfaceShadow *lightShadow() { return &m_lightShadow; }
 
+    bool contains(const QPointF &point) const override;
+
 signals:
     void lookChanged();
 
@@ -63,6 +65,7 @@ protected:
     SoftPatch makePatch(qreal pixelRatio) const override;
 
 private:
+    CornerStyle corners() const;
     SoftLook look() const;
 
     qreal m_radius = 0;

@@ -271,21 +271,46 @@ private slots:
         QCOMPARE(f.typeOf(f.window->activeFocusItem()), "FocusProjectCard");
     }
 
+    void roundedCornersAreNotPressed() {
+        for (const auto &[mode, type] :
+             {std::pair("standard", "ProjectRow"), std::pair("focus", "FocusProjectCard")}) {
+            ShellFixture f(projects(2), {{"dashboardMode", mode}});
+            const QPoint corner = f.rect(f.item(type)).topLeft().toPoint();
+            QTest::mouseClick(f.window, Qt::LeftButton, {}, corner + QPoint(1, 1));
+            QVERIFY(!f.model.selectedProject());
+            QTest::mouseClick(f.window, Qt::LeftButton, {}, corner + QPoint(16, 1));
+            QVERIFY(f.model.selectedProject());
+        }
+    }
+
     void asManyCardsInARowAsFit() {
         ShellFixture f(projects(20), {{"dashboardMode", "focus"}});
         f.window->setProperty("leastWidth", 0);
         // What is left of the window: the sidebar, its edge and the paddings take 292.
         const std::tuple<int, int, double> rows[] = {
-            {292 + 100, 1, 220}, {292 + 455, 1, 320}, {292 + 456, 2, 220}, {3840, 15, 221.6}};
+            {292 + 100, 1, 220}, {292 + 455, 1, 320}, {292 + 456, 2, 220}, {3840, 15, 222}};
         for (const auto &[width, count, cell] : rows) {
             f.window->resize(width, 900);
             f.settle();
             const auto cards = f.items("FocusProjectCard");
             const QRectF first = f.rect(cards[0]);
             QCOMPARE(first, QRectF(262, first.y(), cell, 190));
-            QCOMPARE(f.rect(cards[count - 1]).y(), first.y());
+            const QRectF last = f.rect(cards[count - 1]);
+            QCOMPARE(last.y(), first.y());
+            QVERIFY(count < 15 || last.right() == width - 30);
+            QVERIFY(count == 1 || f.rect(cards[1]).left() == first.right() + 16);
             QCOMPARE(f.rect(cards[count]).y(), first.bottom() + 16);
         }
+    }
+
+    void cardsScrollAwayBelowTheHeader() {
+        ShellFixture f(projects(20), {{"dashboardMode", "focus"}});
+        const QRectF card = f.rect(f.item("FocusProjectCard"));
+        const QColor ground = f.pixel(card.center().x(), card.top() - 10);
+        QVERIFY(ground != f.pixel(card.center().x(), card.top() + 5));
+        QTest::keyClick(f.window, Qt::Key_PageDown);
+        QTRY_VERIFY(f.item("FocusProjectGrid")->property("contentY").toReal() > 200);
+        QCOMPARE(f.pixel(card.center().x(), card.top() - 1), ground);
     }
 
     void cardsExistNearTheViewOnly() {

@@ -19,12 +19,15 @@ T.AbstractButton {
 
     implicitHeight: Math.max(smallestHeight, texts.y + texts.height + 20 + metrics.height + inset)
     hoverEnabled: true
+    containmentMask: surface
     Accessible.name: row.label
     Accessible.description: "打开该项目的任务动态"
     Accessible.onPressAction: clicked()
 
     // The surface alone grows: texts are drawn at whole pixels and would be distorted.
     SoftSurface {
+        id: surface
+
         anchors.fill: parent
         scale: card.hovered && !SoftTheme.reducedMotion ? 1.008 : 1
         radius: 16

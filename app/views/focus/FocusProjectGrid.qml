@@ -4,6 +4,7 @@ import QtQuick
 import Orvik.Tallyview.Views
 import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
+import Orvik.Tallyview.Theme
 
 // The project cards, as many in a row as fit.
 SoftScrollView {
@@ -24,7 +25,7 @@ SoftScrollView {
     readonly property real room: width - 2 * sidePadding
     readonly property int columns: Math.max(1, Math.floor((room + gap) / (smallestCell + gap)))
     readonly property real fittingCell: (room - (columns - 1) * gap) / columns
-    readonly property real cellWidth: Math.max(smallestCell, Math.min(largestCell, fittingCell))
+    readonly property real columnPitch: Math.max(smallestCell, Math.min(largestCell, fittingCell)) + gap
 
     // Cards exist near the visible stretch only; how near changes by whole rows.
     readonly property real pitch: smallestCard + gap
@@ -54,10 +55,13 @@ SoftScrollView {
                 id: cell
 
                 required property projectCard row
+                required property int index
+                readonly property int column: index % scroll.columns
                 property bool holdsFocus: false
                 readonly property bool isNear: y < scroll.nearBottom && y + height > scroll.nearTop
 
-                width: scroll.cellWidth
+                // Whole points: every gap is the same, and the last column ends where the room does.
+                width: Math.round((column + 1) * scroll.columnPitch) - Math.round(column * scroll.columnPitch) - scroll.gap
                 height: scroll.smallestCard
 
                 Repeater {
@@ -84,5 +88,12 @@ SoftScrollView {
             }
         }
         onPositioningComplete: scroll.placed = true
+    }
+    // What scrolls up stays out of the header, into which the room for the first row reaches.
+    Rectangle {
+        parent: scroll
+        width: parent.width
+        height: Math.min(scroll.headRoom, scroll.contentY)
+        color: SoftTheme.canvas
     }
 }

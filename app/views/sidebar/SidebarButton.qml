@@ -15,6 +15,7 @@ T.AbstractButton {
     property bool chosen: false
 
     hoverEnabled: true
+    containmentMask: background
     checked: chosen
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
