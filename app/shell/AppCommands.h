@@ -31,7 +31,7 @@ public:
     Q_INVOKABLE static void quit();
 
 signals:
-    /// Show the window in front.
+    /// Asks to show the window in front.
     void showWindow();
 
 private:

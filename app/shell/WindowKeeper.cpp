@@ -66,7 +66,7 @@ void WindowKeeper::present(const QString &activationToken) {
     m_window.requestActivate();
 }
 
-/// When the window closes, as it also does on quitting, its frame is the last one.
+/// The frame is final when the window closes, as it also does on quitting.
 bool WindowKeeper::eventFilter(QObject *watched, QEvent *event) {
     if (watched == &m_window && event->type() == QEvent::Close && m_settled.isActive()) {
         m_settled.stop();
