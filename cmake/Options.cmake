@@ -20,7 +20,7 @@ if(TALLYVIEW_SANITIZE)
   add_link_options(-fsanitize=${TALLYVIEW_SANITIZE})
 endif()
 
-# What users run reads files that others wrote: it ends where it would be led astray.
+# What users run reads files that others wrote: it ends rather than be led astray by one.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
   include(CheckCXXCompilerFlag)
   include(CheckPIESupported)
@@ -38,7 +38,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
   add_link_options(-Wl,-z,relro,-z,now)
 endif()
 
-# What the QML compiler generates is built together, which takes a fraction of the time, and
+# Compiles what the QML compiler generates in one go, which takes a fraction of the time, and
 # without warnings: those are for the code that we write.
 function(tallyview_bundle_generated_code target)
   get_target_property(sources ${target} SOURCES)

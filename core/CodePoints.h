@@ -25,7 +25,7 @@ constexpr int codePointAt(std::string_view text, std::size_t at) {
     return codePoint;
 }
 
-/// Where the code point begins that ends at `at`, which is not the text's start.
+/// Where the code point that ends at `at` begins; `at` is not the text's start.
 constexpr std::size_t previousCodePoint(std::string_view text, std::size_t at) {
     do {
         --at;

@@ -64,7 +64,7 @@ enum Column : int {
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
 };
-// A statement is declared after its connection, so that it goes before it.
+// Declare a statement after its connection, so that it is finalized first.
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 using Kind = OrvikThreadStoreError::Kind;
@@ -75,7 +75,7 @@ OrvikThreadStoreError failure(sqlite3 *connection) {
 
 OrvikThreadStoreError failure(int code) { return {Kind::queryFailed, sqlite3_errstr(code)}; }
 
-/// The row that a statement stands on.
+/// The current row of a statement.
 class Row {
 public:
     explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
@@ -177,7 +177,7 @@ public:
         }
     }
 
-    /// The known one where it has just these fields.
+    /// The known record if it has exactly these fields, else a new one.
     ThreadRecord record(ThreadRecord::Fields fields) const {
         const auto found = m_records.find(fields.id);
         const bool isKnown = found != m_records.end() && **found->second == fields;
@@ -188,7 +188,7 @@ private:
     std::unordered_map<std::string_view, const ThreadRecord *> m_records;
 };
 
-/// Few enough that one is soon done with, many enough to be worth handing over.
+/// Few enough rows to be done with soon, enough to be worth handing to a thread.
 constexpr std::size_t batchSize = 256;
 using Batch = std::vector<StoredThread>;
 
@@ -217,7 +217,7 @@ std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *conne
     return batches;
 }
 
-/// Makes records of rows. Not to be shared between threads.
+/// Turns rows into records. Not to be shared between threads.
 class RecordMaker {
 public:
     RecordMaker(const std::string &home, const KnownRecords &known, const std::stop_token &stop)
@@ -225,7 +225,7 @@ public:
         , m_known(known)
         , m_stop(stop) {}
 
-    /// Fewer than the rows when it is to stop.
+    /// Fewer than the rows if a stop is requested.
     std::vector<ThreadRecord> records(Batch batch) {
         std::vector<ThreadRecord> result;
         result.reserve(batch.size());
@@ -268,8 +268,8 @@ private:
     RolloutEventParser m_parser;
 };
 
-/// Calls `work` on this thread and on others, as many as have something to do. What is thrown on
-/// any of them leaves here.
+/// Calls `work` on this thread and on as many others as there is something to do for. Rethrows what
+/// any of them throws.
 void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
     constexpr std::size_t mostThreads = 4;
     const std::size_t threads =
@@ -280,7 +280,7 @@ void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
             others.push_back(std::async(std::launch::async, work));
         }
     } catch (const std::system_error &) {
-        // The system has no more threads; those that are there do all of it.
+        // The system has no more threads to give; those that did start do all the work.
     }
     work();
     for (std::future<void> &other : others) {
@@ -288,8 +288,8 @@ void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
     }
 }
 
-/// Most of the time goes into opening and reading rollout files, one after the other, so several
-/// threads share them. Each batch goes as its records come: a million rows are not held twice.
+/// Opening and reading rollout files takes most of the time, so several threads share them. Each
+/// batch is freed once its records are made: a million rows are not held twice.
 std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string &home,
                                   const KnownRecords &known, const std::stop_token &stop) {
     std::vector<std::vector<ThreadRecord>> made(batches.size());
@@ -332,7 +332,7 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known,
             OrvikThreadStoreError(Kind::databaseMissing, decodedUtf8(m_databaseURL.native())));
     }
     using enum std::filesystem::file_type;
-    if (status.type() != regular && status.type() != directory) { // opening it would wait
+    if (status.type() != regular && status.type() != directory) { // opening it might block
         return std::unexpected(
             OrvikThreadStoreError(Kind::openFailed, sqlite3_errstr(SQLITE_CANTOPEN)));
     }
@@ -342,7 +342,7 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known,
     }
     try {
         auto rows = readRows(connection->get(), stop);
-        // The agent may wait for its database: it is let go before the rollout files are read.
+        // The agent may be waiting for its database: let go of it before reading the rollout files.
         connection->reset();
         if (!rows) {
             return std::unexpected(rows.error());

@@ -36,11 +36,11 @@ private:
 /// Read-only access to the agent's state database.
 ///
 /// An immutable value; use it from any thread. Each call has a connection of its own, which is
-/// closed before the call returns. docs/formats.md tells what of the database it relies on.
+/// closed before the call returns. docs/formats.md says what it relies on in the database.
 class OrvikThreadStore {
 public:
-    /// `home` is what counts as the user's home directory, in UTF-8; asking for it is not safe
-    /// beside a change of the environment, so it is asked for once, here.
+    /// `home` is taken as the user's home directory, in UTF-8. Looking it up while the environment
+    /// changes is not safe, so that happens once, here.
     explicit OrvikThreadStore(std::filesystem::path databaseURL,
                               std::string home = decodedUtf8(homeDirectory()))
         : m_databaseURL(std::move(databaseURL))
@@ -48,14 +48,14 @@ public:
 
     const std::filesystem::path &databaseURL() const { return m_databaseURL; }
 
-    /// Every thread of the database, newest first, or the reason why there is no list: never a
-    /// part of one. Blocks for as long as the database stays locked, at most 3 seconds a try,
-    /// and while it reads the end of each live thread's rollout file. With many threads to list
-    /// it works on up to four threads of the process, which have ended when it returns.
+    /// Every thread in the database, newest first, or the reason why there is no list; never part
+    /// of one. Blocks while the database is locked, at most 3 seconds a try, and while it reads the
+    /// end of each live thread's rollout file. Makes a long list on up to four threads of the
+    /// process, all of which have ended when it returns.
     ///
-    /// A record that is just as one of `known` is that one and shares its data, so that a list
-    /// read again costs the memory of what has changed. A stop that is requested ends the reading
-    /// before the next rows, with an error.
+    /// A record with the same fields as one of `known` shares that one's data, so that reading a
+    /// list again costs only the memory of what has changed. A requested stop ends the reading
+    /// before the next row, with an error.
     std::expected<std::vector<ThreadRecord>, OrvikThreadStoreError>
     listThreads(std::span<const ThreadRecord> known = {}, const std::stop_token &stop = {}) const;
 

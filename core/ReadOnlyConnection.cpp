@@ -13,8 +13,8 @@ int isStopRequested(void *stop) {
     return static_cast<const std::stop_token *>(stop)->stop_requested() ? 1 : 0;
 }
 
-/// What a view or an index of a schema calls that is not ours has no effect beyond its value, and
-/// a query without end has one.
+/// The schema is not ours: whatever its views and indexes call must have no side effects, and a
+/// stop must end even an endless query.
 void defend(sqlite3 *connection, const std::stop_token &stop) {
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);

@@ -16,7 +16,7 @@ struct CloseConnection {
 using ReadOnlyConnection = std::unique_ptr<sqlite3, CloseConnection>;
 
 /// A connection to a database of unknown origin, or the library's message. It waits up to 3 seconds
-/// for a lock, and a query ends when `stop` is requested, which has to outlive it.
+/// for a lock. A query ends when a stop is requested; `stop` outlives the connection.
 std::expected<ReadOnlyConnection, std::string> openReadOnly(const std::filesystem::path &path,
                                                             const std::stop_token &stop);
 

@@ -28,8 +28,8 @@ std::size_t greatestDepth(std::string_view text) {
     return 1 + static_cast<std::size_t>(std::ranges::count_if(text, opens));
 }
 
-/// JSON allows half a surrogate pair, the parser does not: \uD800 to \uDFFF become other
-/// characters. No text that decides anything holds one of either.
+/// JSON allows a lone surrogate, the parser does not: \uD800 to \uDFFF become other characters.
+/// That changes no answer, as no text that decides anything contains either.
 std::string withoutSurrogates(std::string_view text) {
     constexpr std::string_view prefix = "\\u";
     std::string result(text);
@@ -62,14 +62,14 @@ Outcome parsedWithoutSurrogates(JsonParser &parser, std::string_view text) {
     return parsedAtAnyDepth(parser, std::string_view(padded).substr(0, text.size()));
 }
 
-/// Neither depth nor half a surrogate pair makes a JSON value unreadable.
+/// Neither deep nesting nor a lone surrogate makes a JSON value unreadable.
 Outcome parsed(JsonParser &parser, std::string_view paddedLine) {
     const Outcome outcome = parsedAtAnyDepth(parser, paddedLine);
     return outcome.error() == simdjson::STRING_ERROR ? parsedWithoutSurrogates(parser, paddedLine)
                                                      : outcome;
 }
 
-/// The member `name` of an object; of several the last one counts.
+/// The member `name` of an object; if there are several, the last one.
 std::optional<Value> member(const Value &value, std::string_view name) {
     simdjson::dom::object object;
     std::optional<Value> found;
@@ -106,8 +106,8 @@ std::optional<ThreadRunState> decidedState(const Value &event) {
     return std::nullopt;
 }
 
-/// 0 when the bytes from `at` on could begin the name of a type that decides, or the escape of a
-/// letter. Bytewise and without a branch, so that the compiler does many at a time.
+/// 0 when the bytes from `at` on could begin the name of a deciding type, or the escape of a
+/// letter. Works on bytes and does not branch, so that the compiler can vectorize it.
 unsigned char distanceFromTrace(const char *at) {
     const auto name = (at[0] ^ '"') | (at[1] ^ 't') | (at[5] ^ '_');
     const auto escape = (at[0] ^ '\\') | (at[1] ^ 'u') | (at[2] ^ '0') | ((at[4] & 0xFC) ^ '4');
@@ -123,9 +123,9 @@ bool hasTrace(const char *at) {
     return least == 0;
 }
 
-/// Without parsing: false only for lines that decide nothing. The types that decide are letters
-/// and underscores, so unless one of those is escaped they stand in the line as they are, quotes
-/// included.
+/// A look without parsing; false only for lines that decide nothing. The names of deciding types
+/// are letters and underscores, so unless one of these is escaped, a name appears in the line as it
+/// is, quotes included.
 bool mayDecide(std::string_view line) {
     constexpr std::size_t traceLength = 6;
     constexpr std::size_t block = 64;

@@ -13,7 +13,7 @@ namespace tallyview {
 /// thread.
 class RolloutEventParser {
 public:
-    /// So many bytes behind a line must be readable; what they hold does not matter.
+    /// How many bytes after a line must be readable, whatever they hold.
     static constexpr std::size_t padding = 64;
 
     RolloutEventParser();
@@ -21,8 +21,8 @@ public:
     RolloutEventParser(const RolloutEventParser &) = delete;
     RolloutEventParser &operator=(const RolloutEventParser &) = delete;
 
-    /// The run state that the event on `line` puts its thread into; nothing for an event that
-    /// does not decide it and for a line that is not one JSON value.
+    /// The run state that the event on `line` puts its thread into; nothing for an event that does
+    /// not decide it, and for a line that is not a single JSON value.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
 private:

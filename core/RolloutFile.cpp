@@ -17,8 +17,8 @@ std::optional<std::size_t> regularFileSize(int descriptor) {
 
 } // namespace
 
-// The path may lead to a pipe or a terminal: opening it must neither wait nor take it over.
-// Looking at the path first would cost as much as opening it.
+// The path may lead to a pipe or a terminal: opening it must neither block nor take it over.
+// Checking the path first would cost as much as opening it.
 RolloutFile::RolloutFile(const std::string &path) {
     if (!path.contains('\0')) {
         m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);

@@ -10,7 +10,7 @@ namespace tallyview {
 /// A regular file opened for reading; closes itself. Not to be shared between threads.
 class RolloutFile {
 public:
-    /// Opens what is there; nothing but a regular file that can be read has a size.
+    /// Opens whatever is at `path`; only a regular file that can be read has a size.
     explicit RolloutFile(const std::string &path);
     ~RolloutFile();
     RolloutFile(const RolloutFile &) = delete;

@@ -37,7 +37,7 @@ std::size_t endOfTokenRun(std::string_view text, std::size_t at) {
            static_cast<std::size_t>(std::ranges::find_if_not(rest, isTokenByte) - rest.begin());
 }
 
-/// A set of bytes that is quick to ask.
+/// A set of bytes with fast lookup.
 class ByteSet {
 public:
     explicit constexpr ByteSet(std::string_view bytes) {
@@ -99,7 +99,7 @@ struct Folding {
 constexpr std::array foldings{Folding{"ſ", "s"}, Folding{"\u212A", "k"}, Folding{"ß", "ss"},
                               Folding{"ẞ", "ss"}};
 
-/// What stands at the start of `text` for the start of `literal`, in any letter case.
+/// What at the start of `text` matches the start of `literal`, in any letter case.
 Folding foldingAt(std::string_view text, std::string_view literal) {
     if (isAscii(text.front())) {
         const bool isSame = asciiLowered(text.front()) == literal.front();
@@ -111,7 +111,7 @@ Folding foldingAt(std::string_view text, std::string_view literal) {
     return found == foldings.end() ? Folding{} : *found;
 }
 
-/// Where `literal`, in any letter case, ends that begins at `at`.
+/// Where `literal`, in any letter case, ends if it begins at `at`.
 std::size_t afterLiteral(std::string_view text, std::size_t at, std::string_view literal) {
     while (!literal.empty()) {
         const Folding next = at < text.size() ? foldingAt(text.substr(at), literal) : Folding{};
@@ -135,7 +135,7 @@ std::size_t afterKeyWord(std::string_view text, std::size_t at, const KeyWord &k
     return afterLiteral(text, at, keyWord.second);
 }
 
-/// At one place at most one key word can stand: no two begin alike.
+/// At most one key word matches at a place: none is the beginning of another.
 std::size_t afterAnyKeyWord(std::string_view text, std::size_t at) {
     for (const KeyWord &keyWord : keyWords) {
         const std::size_t end = afterKeyWord(text, at, keyWord);
@@ -238,7 +238,7 @@ bool isWordBoundary(std::string_view text, std::size_t at) {
 
 constexpr std::size_t shortestTokenPart = 8;
 
-/// Where a token's part ends that begins at `at` and is followed by a full stop.
+/// Where the token part that begins at `at` ends, if a full stop follows it.
 std::size_t afterDottedPart(std::string_view text, std::size_t at) {
     const std::size_t end = endOfTokenRun(text, at);
     return end - at >= shortestTokenPart && text.substr(end).starts_with('.') ? end : npos;
@@ -254,7 +254,7 @@ std::size_t afterLastPart(std::string_view text, std::size_t at) {
     return npos;
 }
 
-/// Where the token ends whose characters after "eyJ" begin at `at`.
+/// Where the token ends; its characters after "eyJ" begin at `at`.
 std::size_t afterWebToken(std::string_view text, std::size_t at) {
     const std::size_t first = afterDottedPart(text, at);
     const std::size_t second = first == npos ? npos : afterDottedPart(text, first + 1);
@@ -263,8 +263,8 @@ std::size_t afterWebToken(std::string_view text, std::size_t at) {
 
 // Phone numbers ------------------------------------------------------------------------------
 
-/// Where the run of digits ends that begins at `at`, or one digit behind the eleventh.
-/// `places` receives the offset of each.
+/// Where the run of digits that begins at `at` ends if it has exactly eleven. `places` receives the
+/// offset of each.
 std::size_t digitPlaces(std::string_view text, std::size_t at,
                         std::array<std::size_t, 12> &places) {
     std::size_t count = 0;
@@ -286,9 +286,9 @@ bool mayBeginPhoneNumber(std::string_view text, std::size_t at) {
 
 // (?i)(authorization|picptoken|api[_-]?key|access[_-]?token|refresh[_-]?token|token|secret|password)(\s*[\"']?\s*[:=]\s*[\"']?)([^\s\"'\\,}]{8,})
 //
-// Linear because a key word that fails has looked at three runs of blanks and at most seven
-// characters of value, and the only other key words that look at the same blanks end where it
-// does ("token" in "access_token").
+// Linear because a key word that fails has looked at no more than three runs of blanks and seven
+// characters of value, and the only other key words that look at the same blanks end where it does
+// ("token" in "access_token").
 void maskKeyedValues(std::string &text) {
     if (!text.contains(':') && !text.contains('=')) {
         return;
@@ -307,7 +307,7 @@ void maskKeyedValues(std::string &text) {
 
 // (?<![A-Za-z0-9])sk-[A-Za-z0-9_-]{12,}
 //
-// Linear because a key that is too short has looked at less than twelve characters.
+// Linear because a key that proves too short has cost a look at fewer than twelve characters.
 void maskServiceKeys(std::string &text) {
     constexpr std::size_t prefixLength = 3;
     Rewriter rewriter(text);
@@ -328,8 +328,8 @@ void maskServiceKeys(std::string &text) {
 
 // \beyJ[A-Za-z0-9_-]{8,}\.[A-Za-z0-9_-]{8,}\.[A-Za-z0-9_-]{8,}\b
 //
-// A later "eyJ" of the same run would be followed by a shorter first part and the same other
-// parts, so it fails too and the search goes on behind the run. That keeps it linear.
+// A later "eyJ" in the same run would be followed by a shorter first part and the same other parts,
+// so it would fail too. The search goes on after the run, which keeps it linear.
 void maskWebTokens(std::string &text) {
     constexpr std::size_t prefixLength = 3;
     Rewriter rewriter(text);

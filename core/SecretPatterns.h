@@ -5,9 +5,9 @@
 /// The single steps of masking. Each rewrites valid UTF-8 in place, in time linear in its
 /// length, and may be called from any thread.
 ///
-/// The steps find exactly what ICU's regular expressions find with the patterns beside the
-/// functions. They do not use them because ICU's matcher gives up on a value of some hundred
-/// thousand characters and takes quadratic time over long runs of blanks.
+/// The steps find exactly what ICU would with the regular expressions above their definitions. ICU
+/// itself is not used because its matcher gives up on a value of some hundred thousand characters
+/// and takes quadratic time over long runs of blanks.
 namespace tallyview {
 
 /// key = value, key: "value" and the like: the value becomes "[REDACTED]".

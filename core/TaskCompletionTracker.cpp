@@ -10,8 +10,8 @@ namespace tallyview {
 
 namespace {
 
-/// Stops the process where an id comes twice. A flat table, because every refresh comes here
-/// with all threads while the window waits.
+/// Stops the process if an id occurs twice. Uses a flat hash table, because every refresh checks
+/// all threads here while the window waits.
 void requireDistinctIDs(const std::vector<ThreadRecord> &threads) {
     struct Slot {
         std::size_t hash = 0;

@@ -14,9 +14,8 @@ namespace tallyview {
 class TaskCompletionTracker {
 public:
     /// The records, in the order of `threads`, that were running in the previous list and are
-    /// completed in this one; then remembers those that run in this one. The first list is the
-    /// baseline and reports nothing. A thread that was missing from the previous list is not
-    /// reported.
+    /// completed in this one; remembers which are running now. The first list is the baseline and
+    /// reports nothing. A thread that was missing from the previous list is not reported.
     ///
     /// The ids of one list must be distinct: a repeated id stops the process.
     std::vector<ThreadRecord> completedThreads(const std::vector<ThreadRecord> &threads);

@@ -64,7 +64,7 @@ struct PathEnd {
     std::string_view lastPart; ///< empty when there is nothing but slashes
 };
 
-/// Of a path that is not empty. A slash that carries a mark is another character.
+/// `path` is not empty. A slash that carries a combining mark is another character.
 PathEnd pathEnd(std::string_view path) {
     std::size_t begin = 0; // of the last part
     std::size_t end = 0;

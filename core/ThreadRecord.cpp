@@ -20,8 +20,8 @@ constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::model,       &ThreadRecord::Fields::reasoningEffort,
     &ThreadRecord::Fields::branch};
 
-// Each part for itself, because most are plain ASCII and quick: nothing that happens to a
-// letter depends on what stands beyond a blank.
+// Converts each part by itself, as most are plain ASCII and quick. The result is the same: what a
+// letter becomes never depends on anything beyond a blank.
 std::string makeSearchText(const ThreadRecord::Fields &fields) {
     const std::array parts{&fields.title,       &fields.preview, &fields.project,
                            &fields.projectPath, &fields.branch,  &fields.source};
@@ -48,7 +48,7 @@ bool sameTexts(const ThreadRecord::Fields &left, const ThreadRecord::Fields &rig
     return true;
 }
 
-/// Collects the hashes of a value's parts into one that depends on their order.
+/// Combines the hashes of a value's parts into one that depends on their order.
 class Hasher {
 public:
     template <class Part, class Hash = std::hash<Part>>

@@ -17,7 +17,7 @@ namespace tallyview {
 /// A point in time: seconds since 1970-01-01 00:00:00 UTC with a fraction.
 using Instant = std::chrono::sys_time<std::chrono::duration<double>>;
 
-/// One thread of the agent as one read of its database found it.
+/// One thread of the agent, as found by one read of its database.
 ///
 /// An immutable value: copies share their data, so copying and passing lists of records is
 /// cheap and safe between threads. Texts are valid UTF-8.
@@ -52,18 +52,18 @@ public:
     /// Identity in lists.
     const std::string &id() const { return m_data->fields.id; }
 
-    /// What the search looks in: title, preview, project, projectPath, branch and source joined
-    /// by single blanks, lower-cased, in normalization form C. Worked out once, when the record
-    /// is built.
+    /// What the search looks in: title, preview, project, projectPath, branch and source joined by
+    /// single blanks, lower-cased, in normalization form C. Computed once, when the record is
+    /// built.
     const std::string &searchText() const { return m_data->searchText; }
 
-    /// Agrees with the canonical equivalence of ids. Worked out when the record is built.
+    /// Equal for canonically equivalent ids. Computed once, when the record is built.
     std::size_t identityHash() const { return m_data->identityHash; }
 
     /// True when all fifteen fields are equal; canonically equivalent texts are equal.
     friend bool operator==(const ThreadRecord &left, const ThreadRecord &right);
 
-    /// Agrees with equality.
+    /// Equal for equal records.
     std::size_t hash() const;
 
 private:
@@ -75,7 +75,7 @@ private:
     std::shared_ptr<const Data> m_data;
 };
 
-/// Where the thread with an id stands in a list whose ids differ; the list's size when nowhere.
+/// The index of the thread with this id in a list of distinct ids; the list's size if absent.
 std::size_t positionOf(std::span<const ThreadRecord> threads, std::string_view id);
 
 } // namespace tallyview

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t longestCharacter = 4;
 
-/// Room for the rest of a character and for the parser behind the bytes of a piece.
+/// Room after a piece for the rest of a character and the parser's padding.
 constexpr std::size_t spareBytes = longestCharacter + RolloutEventParser::padding;
 
 /// Up to `length` bytes from `offset` on; nothing when there are none.
@@ -35,13 +35,13 @@ std::optional<std::string> readPiece(const RolloutFile &file, std::size_t offset
     return count.value_or(0) == 0 ? std::nullopt : std::optional(std::move(bytes));
 }
 
-/// A text that lines can be read from the end of.
+/// Takes lines off the end of a text.
 ///
-/// A line feed behind a carriage return does not end a line: the two are one character.
+/// A line feed after a carriage return does not end a line: the two are one character.
 class Lines {
 public:
-    /// Line feeds at the start are left out: they only make empty lines. `text` has the
-    /// parser's padding behind it.
+    /// Line feeds at the start are skipped: they only make empty lines. The parser's padding
+    /// follows `text`.
     explicit Lines(std::string_view text)
         : m_text(text.substr(std::min(text.find_first_not_of('\n'), text.size()))) {}
 
@@ -62,21 +62,21 @@ public:
         return std::nullopt;
     }
 
-    /// What is left: empty only of a text of nothing but line feeds.
+    /// What is left; empty only if the text was nothing but line feeds.
     std::string_view first() const { return m_text; }
 
 private:
     std::string_view m_text;
 };
 
-/// Texts that stand one behind the other, collected from the last to the first.
+/// The consecutive parts of a text, collected from the last to the first.
 class ReversedText {
 public:
     bool empty() const { return m_parts.empty(); }
 
     void prepend(std::string part) { m_parts.push_back(std::move(part)); }
 
-    /// `beginning` and all parts behind it, with the parser's padding reserved; leaves nothing.
+    /// `beginning` followed by all parts, with the parser's padding reserved; keeps none of them.
     std::string takeBehind(std::string_view beginning) {
         std::size_t size = beginning.size();
         for (const std::string &part : m_parts) {
@@ -98,17 +98,17 @@ private:
 
 /// One walk from the end of a file to its start, piece by piece.
 ///
-/// The reference for it decodes, at each piece, the piece with everything held back behind it,
-/// and holds all of it back again while it does not decode. Here each byte is decoded, searched
-/// and joined once:
+/// Answers as the plain method would, which decodes each piece together with everything held back
+/// behind it, and holds all of it back again while it does not decode. Here each byte is decoded,
+/// searched and joined only once:
 ///
-/// - Held back is either the first line of a text that decoded, or bytes that did not. A text
-///   that decodes in front of decoded text decodes alone, so a line held back need not be
-///   decoded again, nor searched: it ends no line and begins with no line feed.
-/// - Bytes that did not decode do so together with an earlier piece only if what they lack is
-///   the start of a character: up to three continuation bytes, then valid text. The
-///   continuation bytes move to the end of the earlier piece, where they are decoded; what
-///   follows them is known to be valid. Everything else never decodes, which is `completed`.
+/// - What is held back is the first line of a text that decoded, or bytes that did not. Text that
+///   decodes in front of decoded text decodes alone, so a held-back line need not be decoded again,
+///   nor searched: it contains no line end and does not begin with a line feed.
+/// - Bytes that did not decode will do so with an earlier piece only if all they lack is the start
+///   of a character: up to three continuation bytes, then valid text. The continuation bytes move
+///   to the end of the earlier piece, where they are decoded; what follows them is known to be
+///   valid. Anything else never decodes, which means `completed`.
 class BackwardReading {
 public:
     BackwardReading(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
@@ -121,25 +121,25 @@ public:
     ThreadRunState result();
 
 private:
-    /// Takes the next earlier piece in and answers what its lines decide; `completed` when it
-    /// cannot be read or never decodes.
+    /// Reads the next earlier piece and answers what its lines decide; `completed` when the piece
+    /// cannot be read or will never decode.
     std::optional<ThreadRunState> step();
     std::optional<ThreadRunState> examine(std::string_view text);
     void holdBack(std::string_view line);
-    /// Of `line` and what is held back of it.
+    /// By `line` and what is held back of it, joined.
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
     RolloutEventParser &m_parser;
     const RolloutFile &m_file;
     std::size_t m_offset;
     std::size_t m_chunkSize;
-    /// Continuation bytes that the next piece lacks.
+    /// Continuation bytes of a character that begins in the next earlier piece.
     std::string m_cutCharacter;
-    /// Valid text behind `m_cutCharacter` whose lines have not been searched.
+    /// Valid text after `m_cutCharacter` whose lines have not been searched.
     ReversedText m_undecoded;
-    /// The line whose start has not been read, as far as it has.
+    /// What has been read of the line whose start has not.
     ReversedText m_openLine;
-    /// The open line is no JSON, whatever it starts with; nothing is held back of it.
+    /// The open line cannot be JSON, whatever it starts with; none of it is held back.
     bool m_isHopeless = false;
 };
 
@@ -191,8 +191,8 @@ std::optional<ThreadRunState> BackwardReading::examine(std::string_view text) {
     return std::nullopt;
 }
 
-// A NUL stands nowhere in JSON. Gaps of a file that was never written read as NULs: a line of
-// gigabytes that is not worth the memory.
+// JSON never contains a NUL. Unwritten gaps in a file read as NULs: a line of gigabytes that is not
+// worth the memory.
 void BackwardReading::holdBack(std::string_view line) {
     m_isHopeless = m_isHopeless || line.contains('\0');
     if (m_isHopeless) {
@@ -210,21 +210,20 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
                               : m_parser.decidedState(m_openLine.takeBehind(line));
 }
 
-/// What the last `length` bytes of the file alone decide: the last deciding line among those
-/// after the first one in them. If that completes a task, the answer for the file is
-/// `completed`. Proof, for bytes that lie within the last piece of the file:
+/// What the last `length` bytes of the file decide on their own: what the last deciding line says
+/// of those after their first. If it completes a task, the answer for the file is `completed`.
+/// Proof, for bytes that lie within the last piece of the file:
 ///
-/// - Such a line is a whole line of any text that is decoded with all of these bytes at its
-///   end: a line feed that is not half of a CR LF stands before it, and in front of that line
-///   feed another byte than a line feed, so that it is not the text's first line either, which
-///   alone would be held back. No line is joined to it, for nothing is held back behind the
-///   last piece.
-/// - So the first text that decodes is searched through these lines first, from the last to
-///   the first, and gives their answer. If none ever decodes, the answer is `completed` too.
+/// - Such a line is a whole line of any decoded text that ends in these bytes: it follows a line
+///   feed that is not half of a CR LF, and before that line feed is a byte other than a line feed,
+///   so it is not the text's first line either, the only one that would be held back. Nothing is
+///   joined to it, because nothing is held back behind the last piece.
+/// - So the search of the first text that decodes starts with these lines, from the last to the
+///   first, and finds their answer. If no text ever decodes, the answer is `completed` too.
 ///
-/// Lines that are cut, torn or no UTF-8 make no difference: the first one is left out, the
-/// others decide nothing in any reading. A task that started settles nothing, because the
-/// bytes before may be such that nothing decodes.
+/// Lines that are cut, torn or not UTF-8 make no difference: the first one is left out, the others
+/// decide nothing however they are read. A task that started settles nothing, because the bytes
+/// before it may keep any text from decoding.
 std::optional<ThreadRunState> tailState(RolloutEventParser &parser, const RolloutFile &file,
                                         std::size_t size, std::size_t length) {
     const std::optional<std::string> tail = readPiece(file, size - length, length);
@@ -237,7 +236,7 @@ std::optional<ThreadRunState> tailState(RolloutEventParser &parser, const Rollou
     return std::nullopt;
 }
 
-/// Whether a look at the end of the file settles that it is `completed`.
+/// Whether a look at the end of the file settles it as `completed`.
 bool endsCompleted(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
                    std::size_t chunkSize) {
     // Of 512 KiB, 4 KiB hold the end of nearly every task, 32 KiB that of one with a long report.
@@ -274,7 +273,7 @@ ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath, b
         }
         return BackwardReading(parser, file, *size, m_chunkSize).result();
     } catch (const std::bad_alloc &) {
-        // A line that is larger than memory is a file that cannot be read.
+        // A file with a line too large for the memory counts as unreadable.
         return ThreadRunState::completed;
     }
 }

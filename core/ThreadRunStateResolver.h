@@ -9,10 +9,10 @@ namespace tallyview {
 
 class RolloutEventParser;
 
-/// Reads from the end of a thread's rollout file whether its task still runs.
+/// Tells from the end of a thread's rollout file whether its task is still running.
 ///
-/// An immutable value without shared state; use it from any thread. docs/formats.md tells what
-/// of the file it relies on.
+/// An immutable value without shared state; use it from any thread. docs/formats.md says what it
+/// relies on in the file.
 class ThreadRunStateResolver {
 public:
     static constexpr std::size_t defaultChunkSize = 524'288;
@@ -23,12 +23,12 @@ public:
 
     std::size_t chunkSize() const { return m_chunkSize; }
 
-    /// The state that the latest deciding event of the file gives. Whenever that cannot be told
-    /// (no file, no deciding event, text that is not UTF-8) the answer is `completed`, and so it
-    /// is, without touching the file, for an archived thread. Blocks while it reads.
+    /// The state that the file's latest deciding event gives. When there is no telling (no file, no
+    /// deciding event, text that is not UTF-8) it is `completed`; so it is for an archived thread,
+    /// whose file is not touched. Blocks while it reads.
     ThreadRunState resolve(const std::string &rolloutPath, bool archived) const;
 
-    /// The same, for many files in a row: `parser` spares each the parser's memory.
+    /// The same, for many files in a row, which share the memory of `parser`.
     ThreadRunState resolve(const std::string &rolloutPath, bool archived,
                            RolloutEventParser &parser) const;
 

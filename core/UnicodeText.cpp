@@ -52,7 +52,7 @@ std::string_view trimmedWhere(std::string_view text, Predicate drops) {
     return text.substr(begin, end - begin);
 }
 
-// Building the rules takes long, copying an iterator does not.
+// Building the rules is slow, copying an iterator is not.
 std::unique_ptr<icu::BreakIterator> makeCharacterIterator() {
     static const std::unique_ptr<const icu::BreakIterator> prototype = [] {
         UErrorCode status = U_ZERO_ERROR;
@@ -62,7 +62,7 @@ std::unique_ptr<icu::BreakIterator> makeCharacterIterator() {
     return std::unique_ptr<icu::BreakIterator>(prototype->clone());
 }
 
-// Both without an early way out, so that the compiler does many bytes at a time.
+// Neither of these two returns early, so that the compiler can vectorize them.
 
 bool isAscii(std::string_view text) {
     unsigned char bits = 0;
@@ -72,8 +72,8 @@ bool isAscii(std::string_view text) {
     return bits < 0x80;
 }
 
-/// Whether there is nothing but ASCII and U+4000 to U+9FFF, mostly ideographs: all in normal form,
-/// none but A to Z with a lower case, none that joins its neighbours, CR LF apart.
+/// Whether the text is only ASCII and U+4000 to U+9FFF, mostly ideographs. All of these are in
+/// normal form, only A to Z have a lower case, and none joins a neighbour except in CR LF.
 bool isPlain(std::string_view text) {
     unsigned char others = 0;
     for (const char byte : text) {

@@ -39,7 +39,7 @@ bool canonicallyEqual(std::string_view left, std::string_view right);
 /// `text` with every byte outside the characters allowed in a URL's path as %XX.
 std::string percentEncodedPath(std::string_view text);
 
-/// Hash and equality for containers keyed by text, canonically equivalent keys being one.
+/// Hash and equality for containers keyed by text; canonically equivalent keys are the same key.
 struct CanonicalHash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const;

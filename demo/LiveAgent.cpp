@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t fewestRunning = 4;
 constexpr std::size_t mostRunning = 10;
-/// The agent turns to one of the threads that were used last.
+/// The agent picks one of the threads used last.
 constexpr std::size_t choiceCount = 60;
 /// Longer files are left alone: reading one backwards in pieces might cut a character.
 constexpr std::uintmax_t longestRollout = 300'000;

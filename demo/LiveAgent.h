@@ -25,7 +25,7 @@ public:
     /// What happens at one moment: one task starts or ends, others carry on.
     std::expected<void, std::string> step(std::int64_t nowMilliseconds);
 
-    /// The ids of the threads whose task is at work.
+    /// The ids of the threads whose task is running.
     std::vector<std::string> running() const;
 
 private:

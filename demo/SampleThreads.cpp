@@ -72,7 +72,7 @@ void setTimes(SampleRow &row, std::int64_t created, std::int64_t updated) {
     touch(row, updated);
 }
 
-/// Leaves of a full set of times what older and newer agents left.
+/// Keeps of a full set of times only what some older or newer agent would have recorded.
 void thinTimes(SampleRandom &random, SampleRow &row) {
     const std::uint64_t share = random.below(1000);
     if (share < 500) {

@@ -6,8 +6,8 @@
 
 namespace tallyview {
 
-/// Has `content` made anew whenever `identity` changes. What it replaces is told that it is no
-/// longer live, and stays until it asks to be dropped; the keyboard's focus goes on in what comes.
+/// Makes `content` anew whenever `identity` changes. What is replaced is told that it is no longer
+/// live, and stays until it asks to be dropped; the keyboard's focus moves on into the new content.
 /// Main thread.
 class ContentReplacer : public QQuickItem {
     Q_OBJECT

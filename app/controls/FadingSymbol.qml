@@ -11,7 +11,7 @@ Item {
     required property real size
     required property int weight
     required property color color
-    /// Fades as content that is replaced does, not as a choice.
+    /// Fades like replaced content, not like a choice.
     property bool replaces: false
 
     property string shown: name

@@ -1,7 +1,7 @@
 import QtQuick
 import Orvik.Tallyview.Theme
 
-/// A change of content or of a filter as a colour shows it, ease-in-out.
+/// A colour that changes with content or a filter, ease-in-out.
 ColorAnimation {
     duration: SoftTheme.replaceDuration
     easing.type: Easing.BezierSpline

@@ -11,11 +11,11 @@ Item {
     // What it was made for; never changes.
     property string identity
     property ContentReplacer replacer
-    // Whether it comes in the place of another.
+    // Whether it replaces other content.
     property bool replaces: false
     readonly property int duration: replacer?.duration ?? 0
 
-    // How it comes, from this far to the right and at this size, and at what size it goes.
+    // It comes from this far to the right and at this scale, and goes at this one.
     property real enterOffset: 0
     property real enterScale: 0.985
     property real leaveScale: 1
@@ -32,7 +32,7 @@ Item {
     // Fades as one picture, not piece by piece.
     layer.enabled: entering.running || leaving.running
     layer.smooth: true
-    // What is completed does not tell that it has finished, from Qt 6.8 on.
+    // From Qt 6.8 on, complete() does not signal that an animation has finished.
     onStillChanged: {
         entering.complete();
         if (!live)

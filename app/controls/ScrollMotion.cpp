@@ -12,7 +12,7 @@ namespace {
 
 /// One notch of a wheel.
 constexpr qreal wheelStep = 96;
-/// As much of the view as a page key turns.
+/// The share of the view that a page key scrolls by.
 constexpr qreal page = 0.9;
 
 } // namespace
@@ -104,7 +104,7 @@ bool ScrollMotion::scrollForKey(int key) {
 }
 
 bool ScrollMotion::turn(const QWheelEvent &wheel) {
-    // A touchpad tells pixels, a wheel notches.
+    // A touchpad reports pixels, a wheel notches.
     const bool isSmooth = !wheel.pixelDelta().isNull();
     const QPointF distance =
         isSmooth ? QPointF(wheel.pixelDelta()) : QPointF(wheel.angleDelta()) / 120 * wheelStep;
@@ -128,8 +128,8 @@ void ScrollMotion::setFocusedItem(QQuickItem *item) {
     }
 }
 
-/// Whether the keyboard has brought the focus to `item`. What is no control does not tell; as tall
-/// as the view it would jump about under the mouse.
+/// Whether the keyboard has brought the focus to `item`. An item that is no control does not tell,
+/// and one as tall as the view would jump about under the mouse.
 bool ScrollMotion::isReached(const QQuickItem &item) const {
     const QVariant visualFocus = item.property("visualFocus");
     return visualFocus.isValid() ? visualFocus.toBool()

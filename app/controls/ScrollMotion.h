@@ -13,7 +13,7 @@ class ScrollMotion : public QObject {
     QML_ELEMENT
     /// The Flickable; set once.
     Q_PROPERTY(QQuickItem *view MEMBER m_view WRITE setView REQUIRED)
-    /// Of a glide, in milliseconds; none moves at once.
+    /// Of a glide, in milliseconds; 0 moves at once.
     Q_PROPERTY(int duration MEMBER m_duration)
     /// Kept free around a control that comes into view.
     Q_PROPERTY(qreal revealMargin MEMBER m_revealMargin)
@@ -25,7 +25,7 @@ class ScrollMotion : public QObject {
 public:
     explicit ScrollMotion(QObject *parent = nullptr);
 
-    /// Shows the content from `top` on, or from as near as it reaches.
+    /// Shows the content from `top` on, or from as near to it as the content goes.
     Q_INVOKABLE void scrollTo(qreal top, bool animated);
     /// False when there is nothing to scroll or the key is no scrolling key.
     Q_INVOKABLE bool scrollForKey(int key);

@@ -5,7 +5,7 @@ import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 /// A slim knob over the edge of a Flickable. It shows while the content moves and while the pointer
-/// is near, or always where it is `lasting`, and takes no room. The knob can be dragged; a click
+/// is near, or always if it is `lasting`, and takes no room. The knob can be dragged; a click
 /// beside it turns a page.
 T.ScrollBar {
     id: scroller
@@ -15,7 +15,7 @@ T.ScrollBar {
     property bool lasting: false
 
     readonly property real thickness: 3
-    /// Of the pointer's target, across.
+    /// How wide the strip is that the pointer can hit.
     readonly property real reach: 11
     readonly property real shortestKnob: 28
 

@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A button of a group of which one is `chosen`. Pressing it only asks: what is chosen is its
-/// owner's to say.
+/// A button of a group in which one is `chosen`. Pressing it only asks: its owner decides what is
+/// chosen.
 T.RadioButton {
     id: choice
 
@@ -14,6 +14,6 @@ T.RadioButton {
     Accessible.name: text
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-    // The press has set it, which ends the binding.
+    // The press has set `checked`, which ends its binding.
     onToggled: checked = Qt.binding(() => choice.chosen)
 }

@@ -57,7 +57,7 @@ QString SoftExcerpt::fitted(const QString &text, const QFont &font, qreal width,
         return text;
     }
     QString result = shortened(QStringView(text).first(last.end));
-    // The ellipsis may be wider than what it replaces, or take the character before it along.
+    // The ellipsis may be wider than what it replaces, or wrap along with the character before it.
     while (result.size() > 1 && lastLine(result, font, width, lineCount).end < result.size()) {
         result = shortened(QStringView(result).chopped(1));
     }

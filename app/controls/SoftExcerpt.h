@@ -26,8 +26,8 @@ public:
 
     QString shown() const { return m_shown; }
 
-    /// The part of the text that stands at `start` up to `end` of what is shown: all that follows
-    /// where it is shown to its end, and the whole text where nothing lies between them.
+    /// The text behind what is shown from `start` to `end`: with all that follows if `end` is the
+    /// end of what is shown, and the whole text if `start` equals `end`.
     Q_INVOKABLE QString original(int start, int end) const;
 
     /// The text that fits when lines break between words or, where a word is too long, within it.

@@ -12,7 +12,7 @@ T.AbstractButton {
     required property string symbol
     property real symbolSize: 11
     property int symbolWeight: Font.Normal
-    /// Whether another symbol comes as other content does.
+    /// Whether a new symbol fades in like replaced content.
     property bool replacesSymbol: false
     /// Turns the symbol round and round, unless motion is reduced.
     property bool spinning: false

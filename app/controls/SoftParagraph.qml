@@ -14,7 +14,7 @@ SoftText {
     // None below the last line.
     bottomPadding: -spacing
 
-    // As tall as the fonts that this text needs make a line.
+    // As tall as a line in the fonts that this text needs.
     Text {
         id: line
 

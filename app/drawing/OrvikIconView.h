@@ -11,7 +11,7 @@ class OrvikIconView : public tallyview::PatchItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(qreal size MEMBER m_edge NOTIFY edgeChanged)
-    /// The tile that the icon draws: from the square's edges, and its corners.
+    /// The tile in the icon: its distance from the square's edges, and its corner radius.
     Q_PROPERTY(qreal tileInset READ tileInset NOTIFY edgeChanged)
     Q_PROPERTY(qreal tileRadius READ tileRadius NOTIFY edgeChanged)
 

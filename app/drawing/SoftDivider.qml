@@ -1,7 +1,7 @@
 import QtQuick
 import Orvik.Tallyview.Theme
 
-/// A line of exactly one point; the other length is the place's to give.
+/// A line exactly one point thick; whoever places it sets its length.
 Rectangle {
     property int axis: Qt.Horizontal
 

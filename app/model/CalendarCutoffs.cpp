@@ -11,7 +11,7 @@ namespace {
 
 constexpr qint64 daySeconds = 86400;
 
-/// The first second after `before` at which the clock is ahead by `offset`; at `time` it is.
+/// The first second after `before` at which the clock is ahead by `offset`, as it is at `time`.
 qint64 firstWith(qint64 offset, qint64 before, qint64 time, const UtcOffset &utcOffset) {
     while (time - before > 1) {
         const qint64 middle = before + (time - before) / 2;
@@ -20,15 +20,15 @@ qint64 firstWith(qint64 offset, qint64 before, qint64 time, const UtcOffset &utc
     return time;
 }
 
-/// The first second whose date is `day`; whose date is later, where the clock skips `day`.
+/// The first second whose date is `day` or, if the clock skips `day`, later.
 ///
-/// Takes the clock to change at most once from a day before to a day after; none has done
+/// Assumes that the clock changes at most once from a day before to a day after; none has ever done
 /// otherwise.
 qint64 startOfDay(QDate day, const UtcOffset &utcOffset) {
     const qint64 midnight = QDate(1970, 1, 1).daysTo(day) * daySeconds;
     const qint64 before = utcOffset(midnight - daySeconds);
     const qint64 after = utcOffset(midnight + daySeconds);
-    // A clock that is turned back to midnight or over it shows it twice, first as it ran before.
+    // A clock turned back to or past midnight shows it twice, first with the old offset.
     for (const qint64 offset : {before, after}) {
         if (utcOffset(midnight - offset) == offset) {
             return midnight - offset;

@@ -18,8 +18,8 @@ QDateTime clockTime(Instant time, const UtcOffset &utcOffset);
 
 /// The instants that separate the time buckets, for one moment and one clock.
 ///
-/// A day starts with the first instant that bears its date. Where the clock skips the day, that is
-/// the first one of a later date.
+/// A day starts with the first instant that bears its date or, if the clock skips the day, with the
+/// first one of a later date.
 struct CalendarCutoffs {
     Instant now;
     Instant recent;          ///< an hour ago

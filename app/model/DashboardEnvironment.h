@@ -18,7 +18,7 @@ class UserDefaults;
 /// The current time of the system's clock.
 Instant systemNow();
 
-/// How the user's language orders text; as Chinese does where no language is set.
+/// How the user's language orders text; Chinese if no language is set.
 QLocale userCollation();
 
 /// What the dashboard takes from the world around it, so that a test can give it another one.

@@ -98,7 +98,7 @@ void DashboardModel::refresh() {
         return;
     }
     assign(m_isLoading, true);
-    // By name: Qt alone then touches the call on both threads.
+    // By name, so that only Qt touches the call on both threads.
     const auto finish = [this] {
         QMetaObject::invokeMethod(this, "finishRefresh", Qt::QueuedConnection);
     };
@@ -157,7 +157,7 @@ void DashboardModel::startMonitoring() {
 
 void DashboardModel::runMonitoringStep() {
     if (m_isLoading) {
-        // The refresh that somebody else started is not waited for.
+        // Does not wait for a refresh that somebody else started.
         m_monitoringTimer.start();
         return;
     }
@@ -201,7 +201,7 @@ void DashboardModel::clearFilters() {
 
 namespace {
 
-/// The size of the list where no thread is selected.
+/// The size of the list if no thread is selected.
 std::size_t position(const ThreadList &threads, const std::optional<std::string> &id) {
     return id ? positionOf(threads, *id) : threads.size();
 }

@@ -38,8 +38,7 @@ class DashboardModel : public QObject {
     QML_UNCREATABLE("The application owns the one model")
 
 public:
-    /// Every thread of the agent's database is read through `store`; nothing is read yet but the
-    /// pins.
+    /// Reads the pins. The threads of the agent's database are read later, through `store`.
     DashboardModel(OrvikThreadStore store, DashboardEnvironment environment,
                    QObject *parent = nullptr);
     /// Stops the reading and waits until it has ended.
@@ -86,8 +85,8 @@ public:
     /// Refreshes now and then 30 seconds after the end of each refresh, for as long as the model
     /// lives. Calling it again has no effect.
     Q_INVOKABLE void startMonitoring();
-    /// Stops the reading, for good, and answers whether it has ended. It may not have: nothing
-    /// wakes a thread that waits for a file system.
+    /// Stops the reading for good and answers whether it has ended within `patience`. It may not
+    /// have: nothing wakes a thread that waits for a file system.
     bool stopReading(std::chrono::milliseconds patience);
     void togglePin(const ThreadRecord &thread);
     /// Asks the desktop to open the thread in the agent's own application.
@@ -177,7 +176,7 @@ private:
     TextSet m_pinnedIDs;
 
     std::stop_source m_stop;
-    std::future<ReadResult> m_reading; ///< last: it has ended before anything goes
+    std::future<ReadResult> m_reading; ///< last, to end before anything else is destroyed
 };
 
 /// The one rule of every status filter and counter: an archived thread counts as completed.

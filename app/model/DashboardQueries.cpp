@@ -53,11 +53,11 @@ bool passesRecency(Instant time, TaskRecencyFilter filter, const CalendarCutoffs
     return time < cutoffs.week;
 }
 
-/// Numbers names in the order in which they come; canonically equivalent ones are one.
+/// Numbers names in order of appearance; canonically equivalent ones get the same number.
 class NameNumbers {
 public:
     std::size_t numberOf(std::string_view name) {
-        // Names are mostly spelled alike, which is quicker to see than that they are equivalent.
+        // Equal names are mostly spelled alike, and that is quicker to see than equivalence.
         const auto [entry, isNew] = m_spellings.try_emplace(name, 0);
         if (isNew) {
             entry->second = m_names.try_emplace(name, m_names.size()).first->second;
@@ -71,7 +71,7 @@ private:
     std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> m_names;
 };
 
-/// What is gathered of each project; it is named as its first thread spells it.
+/// What is gathered about each project, which is named as its first thread spells it.
 template <class Project>
 class ByProject {
 public:
@@ -190,7 +190,7 @@ void DashboardModel::sortByTime(ThreadList &threads) const {
     const auto precedes = [this](const ThreadRecord &left, const ThreadRecord &right) {
         return m_newestFirst ? sortKey(left) > sortKey(right) : sortKey(left) < sortKey(right);
     };
-    // The store's order is this order but for few threads, and often without exception.
+    // The store's order is the same but for a few threads, and often for all.
     if (!std::is_sorted(threads.begin(), threads.end(), precedes)) {
         std::stable_sort(threads.begin(), threads.end(), precedes);
     }
@@ -203,7 +203,7 @@ std::vector<ThreadTimeGroup> DashboardModel::timeGroups() const {
 
 std::vector<ThreadTimeGroup> DashboardModel::timeGroups(const ThreadList &visible,
                                                         const CalendarCutoffs &cutoffs) {
-    // During the first hour of a day a thread of shortly before midnight is in "recent" and in
+    // During the first hour of a day a thread from shortly before midnight is in both "recent" and
     // "week".
     const auto belongs = [&](Instant time, TaskRecencyFilter bucket) {
         switch (bucket) {

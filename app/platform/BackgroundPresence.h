@@ -11,12 +11,12 @@ class BackgroundPresence : public QObject {
 public:
     using QObject::QObject;
 
-    /// There is a tray, in which programs place an item of their own. False until the desktop has
-    /// answered.
+    /// Whether there is a tray in which programs place items of their own. False until the desktop
+    /// has answered.
     virtual bool hasTray() const = 0;
 
-    /// Where the desktop lists what runs without a window, says there what this process does, in
-    /// at most 96 characters. The caller is not told whether it does.
+    /// If the desktop lists what runs without a window, says there in at most 96 characters what
+    /// this process does. The caller is not told whether it does list it.
     virtual void describe(const QString &message) = 0;
 
 signals:

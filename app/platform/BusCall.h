@@ -4,7 +4,7 @@
 
 namespace tallyview {
 
-/// A call of the bus itself.
+/// A call to the bus itself.
 inline QDBusMessage busCall(const QString &method, const QVariantList &arguments) {
     const QString bus = QStringLiteral("org.freedesktop.DBus");
     QDBusMessage call =

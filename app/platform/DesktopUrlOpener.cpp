@@ -8,8 +8,8 @@ namespace tallyview {
 
 namespace {
 
-/// The token under the names that Wayland and X11 applications look for; what this process itself
-/// was started with is spent.
+/// Has the token under the names that Wayland and X11 applications look for; the one that this
+/// process itself was started with is spent.
 QProcessEnvironment handlerEnvironment(const QString &activationToken) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
@@ -24,12 +24,12 @@ QProcessEnvironment handlerEnvironment(const QString &activationToken) {
 } // namespace
 
 // QDesktopServices takes a QUrl, which decodes some percent-encodings and rejects some texts, has
-// no room for the token, and on some desktops waits for an answer over the bus. A program of its
-// own gets the text as it is, and whether it finds a handler, hangs or fails is its own affair.
+// no room for the token, and on some desktops waits for an answer over the bus. A separate program
+// gets the text as it is, and if it finds no handler, hangs or fails, that stays its problem.
 //
-// Where it runs the handler itself it lives as long as that, hence a session of its own. Not
-// QProcess::startDetached(): that copies the page tables of this process, tenths of a second
-// where start() takes a few milliseconds.
+// If it runs the handler itself it lives as long as the handler, hence a session of its own. Not
+// QProcess::startDetached(): that copies the page tables of this process, which takes tenths of a
+// second where start() takes a few milliseconds.
 void DesktopUrlOpener::open(const QByteArray &url, const QString &activationToken) {
     auto *launcher = new QProcess(QCoreApplication::instance());
     launcher->setProcessEnvironment(handlerEnvironment(activationToken));

@@ -25,7 +25,7 @@ void choose([[maybe_unused]] Hints &hints, std::optional<bool> dark) {
 }
 
 #if QT_CONFIG(xcb)
-/// Waits for the display server, which answers at once; once in the life of the process.
+/// Waits for the display server, which answers at once; called once per process.
 xcb_atom_t internAtom(xcb_connection_t *connection, const QByteArray &name) {
     const auto cookie = xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name);
     xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(connection, cookie, nullptr);

@@ -6,9 +6,9 @@ class QWindow;
 
 namespace tallyview {
 
-/// Tells whoever draws frames that those of this program are to be dark, or light, or, with
-/// nothing, as the desktop's own: for the desktops whose Qt plugin passes that on. Needs Qt 6.8
-/// and does nothing before.
+/// Tells whoever draws frames whether this program's are to be dark or light or, without a value,
+/// the desktop's choice. Works on desktops whose Qt plugin passes it on; does nothing before Qt
+/// 6.8.
 void chooseFrames(std::optional<bool> dark);
 
 /// Tells the window manager of an X11 desktop whether the frame of `window` is to be dark; does

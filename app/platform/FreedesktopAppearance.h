@@ -13,11 +13,11 @@ class QDBusVariant;
 
 namespace tallyview {
 
-/// The system appearance as the desktop portal's settings tell it, each asked for asynchronously
-/// and followed from then on. Until the portal answers, and where it has no preference, the
-/// lightness of the application's palette decides, which the program may set only while the user
-/// has chosen an appearance for it; without the portal motion is not reduced and title bars have
-/// all buttons.
+/// The system appearance as the desktop portal's settings give it, each asked for asynchronously
+/// and followed from then on. Until the portal answers, and if it has no preference, the lightness
+/// of the application's palette decides; the program may set that palette only while the user has
+/// chosen an appearance for it. Without the portal motion is not reduced and title bars have all
+/// buttons.
 class FreedesktopAppearance : public SystemAppearance {
     Q_OBJECT
 

@@ -7,9 +7,9 @@
 
 namespace tallyview {
 
-/// The tray by the service where items register, `org.kde.StatusNotifierWatcher`, which may come
-/// and go; the list by the portal's background status, which portals grant to programs in a
-/// sandbox only.
+/// Finds the tray by the service where items register, `org.kde.StatusNotifierWatcher`, which may
+/// come and go, and the list by the portal's background status, which portals grant only to
+/// programs in a sandbox.
 class FreedesktopBackgroundPresence : public BackgroundPresence {
     Q_OBJECT
 

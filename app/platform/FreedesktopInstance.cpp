@@ -32,7 +32,7 @@ int remaining(const QDeadlineTimer &deadline) {
     return std::max(1, static_cast<int>(deadline.remainingTime()));
 }
 
-/// Asks the process that has the name, and never has the bus start one.
+/// Calls the process that has the name; never makes the bus start one.
 QDBusMessage activateOther(const QDBusConnection &bus, const QString &token,
                            const QDeadlineTimer &deadline) {
     QDBusMessage call = QDBusMessage::createMethodCall(
@@ -66,7 +66,7 @@ FreedesktopInstance::claim(const std::optional<QString> &activationToken) {
     if (!m_bus.isConnected()) {
         return Role::primary;
     }
-    // Before the name is ours: from then on others call.
+    // Before the name is ours, because from then on others may call.
     m_bus.registerObject(applicationPath, this, QDBusConnection::ExportScriptableSlots);
     const QDeadlineTimer deadline(m_patience);
     while (!takeName(deadline)) {
@@ -85,8 +85,8 @@ FreedesktopInstance::claim(const std::optional<QString> &activationToken) {
     return Role::primary;
 }
 
-/// False when another process has the name. A bus that does not answer tells of no other, so it
-/// has a second for it even at the end of the deadline.
+/// False when another process has the name. A bus that does not answer counts as there being no
+/// other, so it gets at least a second even at the end of the deadline.
 bool FreedesktopInstance::takeName(const QDeadlineTimer &deadline) {
     constexpr uint doNotQueue = 4;
     constexpr uint existsAlready = 3;

@@ -25,7 +25,7 @@ const QString defaultSoundName = QStringLiteral("message-new-instant");
 
 constexpr int expiryOfTheDaemon = -1;
 // Daemons keep closed notices in a history from which they can still be clicked, so a notice is
-// forgotten by number, not when it closes.
+// forgotten when there are too many, not when it closes.
 constexpr qsizetype maxRemembered = 500;
 
 QDBusMessage methodCall(const QString &service, const QString &method,
@@ -43,8 +43,8 @@ QString errorText(const QDBusMessage &reply) {
     return reply.errorMessage().isEmpty() ? reply.errorName() : reply.errorMessage();
 }
 
-/// The daemon's unique name, or why there is none. To start one fails also where one runs that the
-/// bus cannot start.
+/// The daemon's unique name, or why there is none. Starting one also fails if one is running that
+/// the bus cannot start.
 std::expected<QString, QString> daemonOf(const QDBusMessage &start, const QDBusMessage &owner) {
     if (owner.type() == QDBusMessage::ReplyMessage) {
         return owner.arguments().value(0).toString();
@@ -84,7 +84,7 @@ QVariantMap hints(const NotificationRequest &request) {
     return hints;
 }
 
-/// `outcome` with every call after the first without effect.
+/// `outcome`, but every call after the first has no effect.
 NotificationCenter::DeliveryOutcome onlyOnce(NotificationCenter::DeliveryOutcome outcome) {
     auto waiting = std::make_shared<NotificationCenter::DeliveryOutcome>(std::move(outcome));
     return [waiting](const QString &error) {
@@ -172,7 +172,7 @@ QDBusConnection FreedesktopNotificationCenter::bus() {
         return open;
     }
     QDBusConnection::disconnectFromBus(m_connectionName);
-    m_shown.clear(); // another bus counts its names anew
+    m_shown.clear(); // unique names start over on another bus
     m_activated.clear();
     auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
     // From whichever daemon: find() tells whether it is the one that showed the notice.
@@ -203,8 +203,8 @@ void FreedesktopNotificationCenter::askDaemon(Reply reply) {
          std::move(reply));
 }
 
-/// Has the bus start a daemon where none runs, and finds its unique name: ids count for one daemon
-/// only, and a reply does not tell who sent it.
+/// Makes the bus start a daemon if none runs, and finds its unique name: ids are valid for one
+/// daemon only, and a reply does not tell who sent it.
 void FreedesktopNotificationCenter::findDaemon(Found found) {
     call(busCall(QStringLiteral("StartServiceByName"), {daemonService, 0U}), m_patience,
          [this, found = std::move(found)](const QDBusMessage &start) {
@@ -225,7 +225,7 @@ void FreedesktopNotificationCenter::show(const QString &daemon, const Notificati
          });
 }
 
-/// The notice that `daemon` failed to show is its successor's, where there is one by now.
+/// Leaves the notice that `daemon` failed to show to its successor, if there is one by now.
 void FreedesktopNotificationCenter::showOnSuccessor(const QString &daemon,
                                                     const NotificationRequest &request,
                                                     const QString &error,
@@ -239,7 +239,7 @@ void FreedesktopNotificationCenter::showOnSuccessor(const QString &daemon,
     });
 }
 
-/// A daemon that shows the notice after the caller has given up still has its click heard.
+/// If a daemon shows the notice after the caller has given up, a click on it still counts.
 void FreedesktopNotificationCenter::notify(const QString &daemon,
                                            const NotificationRequest &request,
                                            const QStringList &capabilities,

@@ -16,10 +16,10 @@ namespace tallyview {
 /// Notices through the desktop's notification daemon, `org.freedesktop.Notifications`.
 ///
 /// The daemon sends clicks only to the connection that posted the notice, so the centre keeps one
-/// of its own open; when the bus was missing or broke, the next call connects anew. A daemon that
-/// answers counts as permission. A daemon that is missing, fails or is slower than `patience` is
-/// answered with its error text; each call asks afresh, so one that starts later is used, and one
-/// that is replaced before it has shown a notice leaves that to its successor.
+/// of its own open; if the bus was missing or broke, the next call reconnects. A daemon that
+/// answers counts as permission. If it is missing, fails or is slower than `patience`, the answer
+/// is its error text. Each call looks for the daemon afresh, so one that starts later is used, and
+/// if one is replaced before it has shown a notice, its successor shows it.
 class FreedesktopNotificationCenter : public NotificationCenter {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ public:
 private:
     /// A notice on the screen or in the daemon's history.
     struct Notice {
-        QString daemon; ///< unique bus name: another daemon counts its ids anew
+        QString daemon; ///< unique bus name: each daemon has ids of its own
         uint id = 0;
         NotificationActivation activation;
     };

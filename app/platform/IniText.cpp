@@ -167,7 +167,7 @@ QString keyOf(const QByteArray &line) {
 } // namespace
 
 IniText::IniText(const QByteArray &text) {
-    bool isGeneral = true; // so is what stands in no section
+    bool isGeneral = true; // so is anything outside a section
     for (const QByteArray &line : text.split('\n')) {
         const QByteArray trimmed = line.trimmed();
         if (trimmed.startsWith('[')) {
@@ -204,7 +204,7 @@ void IniText::set(const QString &key, const QVariant &value) {
     }
 }
 
-/// Behind the last value of [General], which is begun where there is none.
+/// After the last value of [General]; begins that section if there is none.
 qsizetype IniText::placeForNewKey() {
     for (qsizetype place = m_lines.size(); place > 0; --place) {
         const Line &line = m_lines[place - 1];

@@ -8,9 +8,9 @@
 
 namespace tallyview {
 
-/// The text of an INI file as QSettings writes it, of which only plain values of the section
-/// [General] are read: texts and lists of texts. One that stands for a serialized object counts as
-/// absent and is not deserialized. Plain value, any thread.
+/// The text of an INI file as QSettings writes it. Only plain values of the section [General] are
+/// read: texts and lists of texts. A serialized object counts as absent and is not deserialized.
+/// Plain value, any thread.
 class IniText {
 public:
     /// By key: a QString or a QStringList.
@@ -27,7 +27,7 @@ public:
 private:
     struct Line {
         QByteArray text;
-        QString key; ///< empty for what is no value of [General]
+        QString key; ///< empty if not a value of [General]
     };
 
     qsizetype placeForNewKey();

@@ -41,8 +41,8 @@ QVariant keptForm(const QVariant &value) {
     }
 }
 
-/// What the file holds, nothing where there is none; or why that is not to be known. It may be a
-/// pipe or a terminal: opening it neither waits nor takes it over.
+/// What the file holds, nothing if there is no file, or why it cannot be read. The path may lead to
+/// a pipe or a terminal: opening it neither blocks nor takes it over.
 std::expected<QByteArray, QString> readFile(const QString &path) {
     const int descriptor =
         open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
@@ -176,7 +176,7 @@ void IniUserDefaults::synchronize() {
     adopt(text.values());
 }
 
-/// Why there is none is told once.
+/// Warns once if there is none, and says why.
 std::expected<QByteArray, QString> IniUserDefaults::fileText() {
     auto text = readFile(m_path);
     const QString trouble = text ? QString() : text.error();
@@ -197,7 +197,7 @@ void IniUserDefaults::adopt(const IniText::Values &values) {
     }
 }
 
-/// A file that was replaced, and a folder that was not there before, have to be watched anew.
+/// A file that was replaced and a folder that did not exist before have to be watched anew.
 void IniUserDefaults::watch() {
     const QFileInfo file(m_path);
     QStringList wanted{nearestExistingFolder(file.absolutePath())};

@@ -14,11 +14,11 @@ namespace tallyview {
 /// User defaults in the section [General] of an INI file.
 ///
 /// A change is written within a quarter of a second, and at destruction at the latest. A change
-/// that another process writes, in place or by replacing the file, is noticed; where both changed
-/// the same key, the one written last stays. While another process holds the file's lock a change
-/// waits; a lock that is left behind is broken after ten seconds. What is no regular file, or is
-/// larger than 1 MiB, is neither read nor written, and standard error says so once. Nobody but the
-/// user may read what is written.
+/// that another process writes, in place or by replacing the file, is noticed; if both changed the
+/// same key, the one written last stays. A change waits while another process holds the file's
+/// lock; a lock left behind is broken after ten seconds. Anything but a regular file of up to 1 MiB
+/// is neither read nor written, and standard error says so once. Only the user may read what is
+/// written.
 class IniUserDefaults : public UserDefaults {
     Q_OBJECT
 

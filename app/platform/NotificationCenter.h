@@ -25,7 +25,7 @@ struct NotificationActivation {
     QString identifier; ///< of the request
     QString groupingKey;
     QVariantMap userData;
-    QString activationToken; ///< the desktop's leave to bring a window to the front; may be empty
+    QString activationToken; ///< the desktop's permission to raise a window; may be empty
 };
 
 /// What the desktop lets the application show.
@@ -52,11 +52,11 @@ public:
 
     using QObject::QObject;
 
-    /// Asks for leave to show notices with sound.
+    /// Asks for permission to show notices with sound.
     virtual void requestAuthorization(AuthorizationAnswer answer) = 0;
     virtual void readAuthorization(StatusAnswer answer) = 0;
 
-    /// Shows a notice. It is tried whatever was answered before.
+    /// Tries to show a notice, whatever was answered before.
     virtual void add(const NotificationRequest &request, DeliveryOutcome outcome) = 0;
 
     /// Tells the centre that an activation has been dealt with. Of several calls for one

@@ -9,8 +9,8 @@ class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
 
-    /// Replaces whatever is there by `text`, as plain text. Other applications can paste it for as
-    /// long as this process runs.
+    /// Replaces whatever is there with `text`, as plain text. Other applications can paste it for
+    /// as long as this process runs.
     virtual void setText(const QString &text) = 0;
 };
 

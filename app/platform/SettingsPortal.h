@@ -6,14 +6,14 @@
 
 namespace tallyview {
 
-/// Where the desktop portal tells the desktop's settings on the session bus.
+/// Where on the session bus the desktop portal offers the desktop's settings.
 namespace SettingsPortal {
 
 inline const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 inline const QString interfaceName = QStringLiteral("org.freedesktop.portal.Settings");
 
-/// Asks for one setting; the answer is a variant, an error where the desktop has no such setting.
+/// Asks for one setting; the answer is a variant, or an error if the desktop has no such setting.
 QDBusMessage readCall(const QString &group, const QString &key);
 
 /// The value of a setting in an answer or a signal: version 1 of the portal wraps its answer in a

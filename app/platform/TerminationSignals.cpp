@@ -13,7 +13,7 @@ namespace {
 
 int writeEnd = -1;
 
-/// Runs wherever the signal strikes, so it may do no more than this.
+/// A signal handler, so it may do no more than this.
 void wakeMainThread(int) {
     const int error = errno;
     const char byte = 0;

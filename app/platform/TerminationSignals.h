@@ -4,9 +4,9 @@
 
 namespace tallyview {
 
-/// The wish, by signal, that the process end: the session that ends (SIGTERM), the terminal that
-/// closes (SIGHUP) or Control-C there (SIGINT). A signal that the process was started to ignore
-/// stays ignored; the second one of a kind ends the process at once. At most one object in a
+/// Reports the signals that ask the process to end: the session ends (SIGTERM), the terminal closes
+/// (SIGHUP), or Control-C is pressed there (SIGINT). A signal that the process was started to
+/// ignore stays ignored; the second one of a kind ends the process at once. At most one object in a
 /// process, to be kept until it ends. Main thread.
 class TerminationSignals : public QObject {
     Q_OBJECT

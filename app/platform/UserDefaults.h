@@ -37,7 +37,7 @@ public:
 
 signals:
     /// The value under `key` now differs from before, changed here or by another process. Emitted
-    /// once per change, when value() answers the new value already.
+    /// once per change, when value() already answers the new value.
     void changed(const QString &key);
 };
 

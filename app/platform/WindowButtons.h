@@ -12,10 +12,10 @@ struct WindowButtons {
 
     bool operator==(const WindowButtons &) const = default;
 
-    /// What a text as "appmenu:minimize,close" stands for: two lists with a colon between them.
-    /// Names of other things in a title bar are passed over.
+    /// What a text like "appmenu:minimize,close" stands for: two lists with a colon between them.
+    /// Names of other things in a title bar are skipped.
     static WindowButtons fromLayout(const QString &layout);
-    /// Where the desktop names none.
+    /// For a desktop that names none.
     static WindowButtons all();
 };
 

@@ -38,7 +38,7 @@ bool opensIsolate(QChar character) {
 } // namespace
 
 QString excerpt(std::string_view text) {
-    // A unit takes at most three bytes; the rest keeps the cut away from what stays.
+    // A unit takes at most three bytes; the fourth keeps a character cut here out of the result.
     QString result =
         QString::fromUtf8(text.data(), std::min<qsizetype>(std::ssize(text), 4 * longestText));
     result.truncate(longestText);
@@ -64,7 +64,7 @@ QString isolated(std::string_view text) {
     qsizetype open = 0;
     for (const QChar character : line) {
         const bool closes = character == popDirectionalIsolate;
-        // One too many would end ours, and with it give the rest away.
+        // One too many would end our own isolate and let the rest out.
         if (!closes || open > 0) {
             open += opensIsolate(character) ? 1 : closes ? -1 : 0;
             result += character;

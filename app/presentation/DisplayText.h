@@ -17,8 +17,8 @@ QString excerpt(std::string_view text);
 /// The beginning of `text` with a blank for each white space, line breaks included.
 QString oneLine(std::string_view text);
 
-/// As `oneLine`, for a place beside other texts: where it runs from right to left or holds controls
-/// of direction, those end with it.
+/// As `oneLine`, for a place beside other texts: right-to-left characters and directional controls
+/// in it have no effect on what stands around it.
 QString isolated(std::string_view text);
 
 } // namespace tallyview::DisplayText

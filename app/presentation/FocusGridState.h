@@ -6,8 +6,8 @@
 
 namespace tallyview {
 
-/// What the header of the project grid shows, and the projects and the face that its content draws
-/// from.
+/// What the header of the project grid shows, and what its content is made from: the projects and
+/// the face.
 class FocusGridState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT

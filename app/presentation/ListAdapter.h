@@ -34,8 +34,8 @@ public:
     const std::vector<Row> &rows() const { return m_rows; }
     const Row &row(int index) const { return m_rows[static_cast<std::size_t>(index)]; }
 
-    /// "The list is now this": tells the views the fewest removals, moves, insertions and changes
-    /// that lead there.
+    /// Makes `next` the list, and tells the views the fewest removals, moves, insertions and
+    /// changes that lead there.
     void show(std::vector<Row> next) {
         for (const ListStep &step : listSteps(keys(m_rows), keys(next))) {
             apply(step, next);

@@ -69,7 +69,7 @@ void appendRuns(std::vector<ListStep> &steps, ListStep::Kind kind,
     steps.insert(steps.end(), runs.begin(), runs.end());
 }
 
-/// Moves every row that is not in its place behind its predecessor.
+/// Moves every row that is out of place to just after its predecessor.
 void appendMoves(std::vector<ListStep> &steps, std::vector<int> order) {
     const std::vector<int> stable = longestIncreasing(order);
     if (stable.size() == order.size()) {

@@ -8,9 +8,9 @@
 
 namespace tallyview {
 
-/// What a view shows of the dashboard, worked out once for all changes of one turn of the event
-/// loop: every view has one type made from this. While it is not `live` it keeps what it shows: its
-/// view is being replaced. Main thread.
+/// What a view shows of the dashboard, worked out once for all changes in one turn of the event
+/// loop; every view has a type derived from this. While its view is being replaced it is not `live`
+/// and keeps what it shows. Main thread.
 class ModelObserver : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -35,8 +35,8 @@ signals:
 protected:
     /// Recomputes what is shown. Called with a model only.
     virtual void update() = 0;
-    /// Follows the model by way of `source`, to build on what that has worked out: updates right
-    /// after it.
+    /// Follows the model through `source`: updates right after it, to build on what it has worked
+    /// out.
     void follow(const ModelObserver &source);
 
 private:

@@ -43,7 +43,7 @@ void ProjectNavigation::showArchived() {
 }
 
 void ProjectNavigation::update() {
-    // Typing and selecting leave the counts alone, and counting takes long.
+    // Typing and selecting do not change the counts, and counting is slow.
     const CalendarCutoffs cutoffs = model()->currentCutoffs();
     const std::tuple counted(model()->threadsRevision(), model()->includeSubagents(),
                              cutoffs.startOfToday, cutoffs.startOfTomorrow);

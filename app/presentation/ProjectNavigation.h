@@ -41,7 +41,7 @@ class ProjectNavigation : public tallyview::ModelObserver {
     Q_PROPERTY(QString archivedCount READ archivedCount NOTIFY changed)
 
 public:
-    /// Projects beyond these are not listed.
+    /// No more projects than this are listed.
     static constexpr std::size_t mostProjects = 12;
 
     using ModelObserver::ModelObserver;

@@ -4,7 +4,7 @@
 
 namespace tallyview {
 
-/// The figures that the sidebar tells beside the focus workspace.
+/// The figures that the sidebar shows beside the focus workspace.
 class SidebarState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT

@@ -18,7 +18,7 @@ public:
 
     /// How many tasks run, or that the database could not be read; empty before the first refresh.
     QString text() const { return m_text; }
-    /// The same behind the application's name.
+    /// The same after the application's name.
     QString toolTip() const;
 
 signals:

@@ -38,7 +38,7 @@ public:
     QString badge;      ///< project code and the first characters of the id
     QString stateLabel; ///< the state in words
     QString title;
-    QString preview; ///< or a sentence that there is none
+    QString preview; ///< or a sentence saying that there is none
     QString project;
     QString updated;
     QString source;

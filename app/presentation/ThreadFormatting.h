@@ -22,7 +22,7 @@ QString relative(std::optional<Instant> date, Instant now, const UtcOffset &utcO
 using Number = std::function<QString(std::int64_t)>;
 
 /// In the digits and groups of the language and region of `locale` ("de_CH.UTF-8"); in plain digits
-/// where ICU fails. To be made once and kept.
+/// if ICU fails. To be made once and kept.
 Number numberIn(const QByteArray &locale);
 
 } // namespace tallyview::ThreadFormatting

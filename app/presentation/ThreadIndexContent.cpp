@@ -7,8 +7,8 @@ namespace tallyview {
 
 namespace {
 
-/// Rows this far outside the visible stretch exist already: the one that the keyboard reaches
-/// next, no more, since far scrolling makes all of them anew.
+/// Rows this far outside the visible stretch exist already: the one that the keyboard reaches next,
+/// but no more, since scrolling far makes all of them anew.
 constexpr double overscan = 80;
 
 } // namespace

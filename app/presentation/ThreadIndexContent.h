@@ -65,10 +65,10 @@ private:
     void scrollTo(double top, bool animated);
     void showSelection();
     std::vector<ThreadListLayout::Range> rangesNearView() const;
-    /// Hands out the rows near the visible stretch, unless they are out already.
+    /// Hands out the rows near the visible stretch, unless they already are.
     void showRows();
     void rebuildRows();
-    /// Of a thread that is in two groups the row in `preferredGroup` counts, else the first.
+    /// If the thread is in two groups, its row in `preferredGroup` counts, else the first.
     std::optional<double> topOf(std::string_view id, std::string_view preferredGroup = {}) const;
     const ThreadRecord &threadOfRow(int row) const;
 

@@ -10,8 +10,7 @@
 
 namespace tallyview {
 
-/// What the header of the thread index shows and does, and the lists that its content draws
-/// from.
+/// What the header of the thread index shows and does, and the lists its content is made from.
 class ThreadIndexState : public tallyview::ModelObserver {
     Q_OBJECT
     QML_ELEMENT
@@ -66,7 +65,7 @@ private:
     void update() override;
     void countThreads();
 
-    /// What the status labels were counted of.
+    /// What the counts in the status labels were taken of.
     std::optional<std::pair<std::uint64_t, std::optional<std::string>>> m_counted;
     QPointer<FocusProject> m_project;
     QString m_title = QStringLiteral("任务动态");

@@ -31,7 +31,7 @@ public:
     Q_INVOKABLE static void quit();
 
 signals:
-    /// The window is to show, in front.
+    /// Asks to show the window in front.
     void showWindow();
 
 private:

@@ -5,7 +5,6 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-// The menu bar of the window.
 T.MenuBar {
     id: menuBar
 

@@ -13,8 +13,8 @@ enum class Start {
     inBackground ///< watching, without a window until one is asked for
 };
 
-/// What `--help` or `--version` asks to be told on standard output, or nothing where neither is
-/// among the arguments. Needs no application, so it is told without a display too.
+/// What `--help` or `--version` is to print on standard output, or nothing if neither is among the
+/// arguments. Needs no application, so it works without a display too.
 std::optional<QString> commandLineAnswer(const QStringList &arguments);
 
 /// Whether the arguments, Qt's own among them, ask for no window. Needs no application.

@@ -35,10 +35,10 @@ public:
     /// In points, always within the bounds, whatever is stored.
     double sidebarWidth() const;
     void setSidebarWidth(double width);
-    /// Stores the width that shows where the stored one is out of bounds.
+    /// If the stored width is out of bounds, stores the one in effect.
     Q_INVOKABLE void healSidebarWidth();
 
-    /// As it is stored, any text; that of the standard mode where there is none.
+    /// As stored, whatever the text is; the standard mode's if there is none.
     QString dashboardModeRaw() const;
     void setDashboardMode(DashboardMode mode);
     /// The raw value of an AppearanceMode.

@@ -5,10 +5,10 @@ import Orvik.Tallyview.Model
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
-// The application's one window, shown by its keeper. Its sizes are those of the content; the menu bar,
-// and above it the title bar where the window draws its own frame, come on top. Where the screen has
-// no room for the least of them, as it may with large text, the window can be smaller and the content
-// moves in it.
+// The application's one window, shown by its keeper. Its sizes are those of the content; the menu
+// bar, and above it the title bar if the window draws its own frame, are added to them. If the
+// screen has no room for the least size, as may be with large text, the window can be smaller and
+// the content scrolls.
 T.ApplicationWindow {
     id: window
 
@@ -22,7 +22,7 @@ T.ApplicationWindow {
     property int leastWidth: 1100
     property int leastHeight: 700
     readonly property int barsHeight: chrome.height + bar.implicitHeight
-    // What panels may take of a screen that is too small.
+    // How much the desktop's panels may take of a screen that is too small.
     readonly property int screenMargin: 64
 
     title: "Orvik Tallyview"

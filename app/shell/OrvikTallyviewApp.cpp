@@ -19,8 +19,8 @@ namespace tallyview {
 
 namespace {
 
-/// Qt's application, with windows as large as the desktop wants texts. Nobody waits for one that
-/// starts in the background, as it does at login when the desktop is not all there yet.
+/// Qt's application, with windows scaled as the desktop wants texts. Nobody waits for one that
+/// starts in the background, as at login, when the desktop may still be starting too.
 QGuiApplication makeApplication(int &argc, char **argv, bool inBackground) {
     const TextScale scale(inBackground ? std::chrono::seconds(10) : std::chrono::milliseconds(500));
     return QGuiApplication(argc, argv);

@@ -32,13 +32,13 @@ public:
     /// Needs a QGuiApplication. `instance` is the session's one and outlives the application.
     explicit OrvikTallyviewApp(const ApplicationInstance &instance);
 
-    /// Starts to watch and opens the window; `activationToken` (may be empty) is the leave to open
-    /// it in front, and without one it stays closed. False when it could not be loaded; standard
-    /// error says why.
+    /// Starts watching and opens the window; `activationToken` (may be empty) is the permission to
+    /// open it in front, and without one it stays closed. False when it could not be loaded;
+    /// standard error says why.
     bool start(const std::optional<QString> &activationToken);
 
-    /// To be called when the event loop has ended. Ends the process here and now, with all settings
-    /// written, where the background reading waits for something that may never come.
+    /// To be called when the event loop has ended. If the background reading waits for something
+    /// that may never come, writes all settings and ends the process here and now.
     void finish(int status);
 
     /// Where the agent keeps its state, in the current user's home directory.

@@ -7,11 +7,11 @@ namespace tallyview {
 /// Whether a folder of device files, as /dev, has a graphics processor that draws for windows.
 bool hasGraphicsProcessor(const QString &devices);
 
-/// Has windows drawn by Qt Quick's software renderer where there is no graphics processor, unless
-/// the environment names a renderer. Before the first window.
+/// Makes Qt Quick's software renderer draw all windows if there is no graphics processor, unless
+/// the environment names a renderer. To be called before the first window.
 ///
-/// OpenGL without a graphics processor draws the whole window for every frame of a pulse, with
-/// half a processor; the software renderer draws what changed.
+/// Without a graphics processor, OpenGL draws the whole window for every frame of a pulse and takes
+/// half a processor; the software renderer draws only what changed.
 void chooseSceneRenderer();
 
 } // namespace tallyview

@@ -5,9 +5,8 @@ import Orvik.Tallyview.Theme
 Item {
     id: handle
 
-    // The width of the sidebar and its bounds, in points, under the names that assistive
-    // technology reads from a slider. It also writes the value; only a Binding object outlives
-    // that.
+    // The width of the sidebar and its bounds, in points, under the names that assistive technology
+    // reads from a slider. It also writes the value; only a Binding object survives that.
     property real value
     required property real minimumValue
     required property real maximumValue
@@ -47,8 +46,8 @@ Item {
     TapHandler {
         onDoubleTapped: handle.value = handle.defaultValue
     }
-    // From the width at its start, so that the edge stays under the pointer that comes back from
-    // beyond a bound.
+    // Counts from the width at its start, so that the edge stays under a pointer that comes back
+    // from beyond a bound.
     DragHandler {
         id: drag
 

@@ -4,8 +4,8 @@ import Orvik.Tallyview.Shell
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
-// The title bar of a window that draws its own frame: moves the window, a double click maximizes
-// it, the other button opens the window's menu.
+// The title bar of a window that draws its own frame: dragging moves the window, a double click
+// maximizes it, the right button opens the window's menu.
 Rectangle {
     id: bar
 

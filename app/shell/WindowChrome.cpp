@@ -13,7 +13,7 @@ namespace {
 
 constexpr int titleBarHeight = 38;
 
-/// Qt draws a frame of its own, which is no more than a stand-in, exactly where the shell does not.
+/// Qt draws a frame of its own, a mere stand-in, exactly where the shell does not.
 bool hasStandIn(const QWindow &window) {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
            !window.frameMargins().isNull();
@@ -45,7 +45,7 @@ void WindowChrome::settle() {
     if (!hasStandIn(*m_window)) {
         return;
     }
-    // What fills its place has been sized to have the stand-in round it.
+    // A window that fills its place has been sized to have the stand-in round it.
     const QRect filled = m_window->geometry().marginsAdded(m_window->frameMargins());
     draw();
     if (m_window->isExposed() && !isRimShown()) {

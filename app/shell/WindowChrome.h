@@ -37,8 +37,8 @@ public:
     /// The window, which has not been shown yet.
     void setWindow(QWindow &window);
 
-    /// Draws the frame where the shell turns out not to. To be called when the window has just
-    /// been shown; a shell that answers later is heard before the first frame is drawn.
+    /// Draws the frame if the shell turns out not to. To be called right after the window has been
+    /// shown; a shell that answers later is heard before the first frame is drawn.
     void settle();
     /// Has the window draw its frame from now on.
     void draw();

@@ -11,8 +11,8 @@ qint64 sharedArea(const QRect &a, const QRect &b) {
     return shared.isEmpty() ? 0 : qint64(shared.width()) * shared.height();
 }
 
-/// Where a stretch of `length` that is wanted at `start` goes between `low` and `high`, of which
-/// `low` counts more.
+/// Where to put a stretch of `length`, wanted at `start`, between `low` and `high`; if it does not
+/// fit, it begins at `low`.
 int placed(int start, int length, int low, int high) {
     return std::max(low, std::min(start, high - length));
 }

@@ -6,10 +6,10 @@
 
 namespace tallyview {
 
-/// `frame` brought onto the screen on which most of it lies, the first one where it lies on none:
-/// no larger than that screen, though never smaller than `minimum`, and moved until all of it, or
-/// at least its top left corner, shows. `screens` are their parts that windows may cover; without
-/// any the frame stays. Pure.
+/// `frame` brought onto the screen on which most of it lies, or the first if it lies on none: no
+/// larger than that screen, though never smaller than `minimum`, and moved until all of it, or at
+/// least its top left corner, shows. `screens` are the parts of screens that windows may cover;
+/// without any the frame stays. Pure.
 QRect fittedFrame(const QRect &frame, const QSize &minimum, const QList<QRect> &screens);
 
 } // namespace tallyview

@@ -18,7 +18,7 @@ namespace {
 const QString frameKey = QStringLiteral("windowFrame");
 const QString maximizedKey = QStringLiteral("windowMaximized");
 
-constexpr int farthest = 1'000'000; ///< no screen reaches so far
+constexpr int farthest = 1'000'000; ///< no screen reaches this far
 
 QList<QRect> screens() {
     QList<QRect> available;
@@ -66,7 +66,7 @@ void WindowKeeper::present(const QString &activationToken) {
     m_window.requestActivate();
 }
 
-/// A window that closes, which quitting does too, has its last frame.
+/// The frame is final when the window closes, as it also does on quitting.
 bool WindowKeeper::eventFilter(QObject *watched, QEvent *event) {
     if (watched == &m_window && event->type() == QEvent::Close && m_settled.isActive()) {
         m_settled.stop();

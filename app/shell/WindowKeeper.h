@@ -25,8 +25,8 @@ public:
     /// this object.
     WindowKeeper(QWindow &window, WindowChrome &chrome, UserDefaults &defaults);
 
-    /// Shows the window, also one that is closed or minimized, and brings it to the front as far
-    /// as the desktop gives leave. Where none was remembered the desktop chooses its place.
+    /// Shows the window, even if it is closed or minimized, and brings it to the front as far as
+    /// the desktop permits. If no place was remembered, the desktop chooses one.
     void present(const QString &activationToken);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

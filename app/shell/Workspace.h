@@ -10,9 +10,9 @@ namespace tallyview {
 
 class LayoutSettings;
 
-/// What stands right of the sidebar: which workspace, and the project open in the focus
-/// workspace. Follows the setting of the mode; when its text changes, no project is open or
-/// selected any more. Main thread.
+/// What is right of the sidebar: which workspace, and the project open in the focus workspace.
+/// Follows the setting of the mode; when its text changes, no project is open or selected any more.
+/// Main thread.
 class Workspace : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -40,8 +40,8 @@ bool coversHan(const QString &family) {
            raw.supportsCharacter(hanProbe);
 }
 
-/// Faces for several regions declare every Han language, so the name has to
-/// tell; a face that leaves Japanese undeclared is Chinese anyway.
+/// Faces for several regions declare every Han language, so only the name
+/// tells; a face that does not declare Japanese is Chinese anyway.
 bool drawsSimplifiedForms(const QString &family) {
     const QStringList words = family.split(u' ');
     if (words.contains(u"SC") || words.contains(u"CN") || words.contains(u"GB")) {
@@ -91,8 +91,8 @@ QStringList desktopFamilies(SoftFont::Design design) {
     return SoftFont::familiesFor(QFontDatabase::systemFont(role).family(), design);
 }
 
-/// A pixel size is a whole number in QFont; only typographic points, of which the
-/// primary screen's resolution makes pixels again, can carry a fraction.
+/// A pixel size is a whole number in QFont; only typographic points, which the
+/// primary screen's resolution turns back into pixels, can carry a fraction.
 void setSize(QFont &font, qreal size) {
     if (size == std::floor(size)) {
         font.setPixelSize(static_cast<int>(size));

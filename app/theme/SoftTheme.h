@@ -67,7 +67,7 @@ public:
     Q_INVOKABLE static QColor withOpacity(const QColor &color, qreal opacity);
 
     bool dark() const { return m_dark; }
-    /// Colours change at once, also those whose changes are animated.
+    /// Colours change at once, even those whose changes are animated.
     void setDark(bool dark);
 
     QColor canvas() const { return current().canvas; }

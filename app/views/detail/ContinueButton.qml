@@ -25,7 +25,7 @@ T.AbstractButton {
         opacity: button.down ? 0.75 : 1
     }
     SoftText {
-        // In the middle of what the arrow leaves.
+        // In the middle of the room that the arrow leaves.
         anchors.left: parent.left
         anchors.leftMargin: 16
         anchors.right: arrow.left

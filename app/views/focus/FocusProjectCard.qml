@@ -145,7 +145,7 @@ T.AbstractButton {
             color: SoftTheme.secondaryInk
         }
     }
-    // Made when it is wanted: there may be many cards.
+    // Made only when it is wanted, as there may be many cards.
     Instantiator {
         active: card.hovered
 

@@ -3,13 +3,13 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-// A figure of a project behind a dot of its colour.
+// A figure of a project after a dot of its colour.
 Row {
     id: metric
 
     required property string text
     property color tint: SoftTheme.secondaryInk
-    // There is no more room than this.
+    // The width that it may take.
     property real room: Infinity
 
     spacing: 5

@@ -11,7 +11,7 @@ FocusScope {
 
     required property ThreadIndexState index
 
-    /// To see what one types. The hint is left out before the field gets any narrower.
+    /// Enough to see what one types. The hint goes before the field gets any narrower.
     readonly property real leastWidth: 150
 
     height: 42

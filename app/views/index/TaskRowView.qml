@@ -24,8 +24,8 @@ Item {
         id: hover
     }
 
-    // The card alone grows: texts are drawn at whole pixels, which so small a growth would distort
-    // and not move by one.
+    // The card alone grows: texts are drawn at whole pixels, and so small a growth would distort
+    // them without moving them by one.
     SoftSurface {
         anchors.fill: parent
         scale: view.hovering ? 1.002 : 1
@@ -139,7 +139,7 @@ Item {
             target: openButton
             radius: 8
         }
-        // Made when it is wanted: there are many rows.
+        // Made only when it is wanted, as there are many rows.
         Loader {
             anchors.fill: parent
             active: openButton.hovered

@@ -37,7 +37,7 @@ Item {
         weight: mark.active ? Font.DemiBold : Font.Bold
         color: SoftTheme.running
     }
-    // Made when it is wanted: there are many rows, and few pulse.
+    // Made only when it is wanted, as there are many rows and few pulse.
     Component {
         id: pulse
 

@@ -106,7 +106,7 @@ Item {
             width: parent.width
             height: status.height
 
-            // Where there is not room for both, the segments draw together so that one can type.
+            // If there is no room for both, the segments shrink so that one can type.
             StatusControl {
                 id: status
 

@@ -11,12 +11,12 @@ SoftScrollView {
 
     required property ThreadIndexContent content
 
-    // The time line stands left of the rows.
+    // The time line is left of the rows.
     readonly property real rowIndent: 31
     readonly property real sidePadding: 24
     readonly property int rowsRevision: content?.rowsRevision ?? 0
 
-    // The content goes before the list does when both are replaced.
+    // When both are replaced, the content is destroyed before the list.
     contentHeight: content?.contentHeight ?? 0
     takesWindowKeys: true
     onRowsRevisionChanged: ReadingOrder.sortByTop(contentItem)

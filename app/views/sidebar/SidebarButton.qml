@@ -11,7 +11,7 @@ T.AbstractButton {
     property real radius: 8
     property color fill: SoftTheme.clear
     property bool continuous: false
-    // Of a row that is `checkable`; a press only asks for it.
+    // For a row that is `checkable`; a press only asks for it.
     property bool chosen: false
 
     hoverEnabled: true
@@ -19,7 +19,7 @@ T.AbstractButton {
     checked: chosen
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-    // The press has set it, which ends the binding.
+    // The press has set `checked`, which ends its binding.
     onToggled: checked = Qt.binding(() => row.chosen)
 
     background: SoftSurface {
