@@ -19,6 +19,7 @@ namespace {
 using Setting = std::pair<QString, QString>;
 const Setting colorScheme{QStringLiteral("org.freedesktop.appearance"),
                           QStringLiteral("color-scheme")};
+const Setting contrast{QStringLiteral("org.freedesktop.appearance"), QStringLiteral("contrast")};
 const Setting reducedMotionFlag{QStringLiteral("org.freedesktop.appearance"),
                                 QStringLiteral("reduced-motion")};
 const Setting enableAnimations{QStringLiteral("org.gnome.desktop.interface"),
@@ -27,8 +28,8 @@ const Setting animationFactor{QStringLiteral("org.kde.kdeglobals.KDE"),
                               QStringLiteral("AnimationDurationFactor")};
 const Setting buttonLayout{QStringLiteral("org.gnome.desktop.wm.preferences"),
                            QStringLiteral("button-layout")};
-const std::array settings{colorScheme, reducedMotionFlag, enableAnimations, animationFactor,
-                          buttonLayout};
+const std::array settings{colorScheme,      contrast,        reducedMotionFlag,
+                          enableAnimations, animationFactor, buttonLayout};
 
 enum ColorScheme : uint { noPreference = 0, preferDark = 1, preferLight = 2 };
 
@@ -98,10 +99,14 @@ void FreedesktopAppearance::adopt(const Setting &setting, const QDBusVariant &va
 
 void FreedesktopAppearance::update() {
     const bool wasDark = std::exchange(m_dark, darkWanted());
+    const bool wasHighContrast = std::exchange(m_highContrast, highContrastWanted());
     const bool wasReduced = std::exchange(m_reducedMotion, reducedMotionWanted());
     const auto oldButtons = std::exchange(m_windowButtons, windowButtonsWanted());
     if (m_dark != wasDark) {
         emit darkChanged();
+    }
+    if (m_highContrast != wasHighContrast) {
+        emit highContrastChanged();
     }
     if (m_reducedMotion != wasReduced) {
         emit reducedMotionChanged();
@@ -120,6 +125,10 @@ bool FreedesktopAppearance::darkWanted() const {
     default:
         return isDark(QGuiApplication::palette());
     }
+}
+
+bool FreedesktopAppearance::highContrastWanted() const {
+    return m_settings.value(contrast).toUInt() == 1;
 }
 
 bool FreedesktopAppearance::reducedMotionWanted() const {

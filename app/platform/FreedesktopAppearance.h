@@ -27,6 +27,7 @@ public:
                                    QObject *parent = nullptr);
 
     bool dark() const override { return m_dark; }
+    bool highContrast() const override { return m_highContrast; }
     bool reducedMotion() const override { return m_reducedMotion; }
     WindowButtons windowButtons() const override { return m_windowButtons; }
 
@@ -42,6 +43,7 @@ private:
     void adopt(const Setting &setting, const QDBusVariant &value);
     void update();
     bool darkWanted() const;
+    bool highContrastWanted() const;
     bool reducedMotionWanted() const;
     WindowButtons windowButtonsWanted() const;
 
@@ -49,6 +51,7 @@ private:
     QDBusServiceWatcher m_portalWatcher;
     QMap<Setting, QVariant> m_settings; ///< those the portal has answered
     bool m_dark = false;
+    bool m_highContrast = false;
     bool m_reducedMotion = false;
     WindowButtons m_windowButtons = WindowButtons::all();
 };

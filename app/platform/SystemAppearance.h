@@ -10,12 +10,14 @@ namespace tallyview {
 class SystemAppearance : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool dark READ dark NOTIFY darkChanged)
+    Q_PROPERTY(bool highContrast READ highContrast NOTIFY highContrastChanged)
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY reducedMotionChanged)
 
 public:
     using QObject::QObject;
 
     virtual bool dark() const = 0;
+    virtual bool highContrast() const = 0;
     /// Animations and transitions are to be dropped.
     virtual bool reducedMotion() const = 0;
     /// Of windows that draw their own title bar.
@@ -23,6 +25,7 @@ public:
 
 signals:
     void darkChanged();
+    void highContrastChanged();
     void reducedMotionChanged();
     void windowButtonsChanged();
 };

@@ -54,6 +54,11 @@ T.ApplicationWindow {
     }
     Binding {
         target: SoftTheme
+        property: "highContrast"
+        value: window.appearance.highContrast
+    }
+    Binding {
+        target: SoftTheme
         property: "reducedMotion"
         value: window.appearance.reducedMotion
     }

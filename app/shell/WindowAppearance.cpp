@@ -10,6 +10,7 @@ WindowAppearance::WindowAppearance(const LayoutSettings &layout, const SystemApp
     : m_layout(layout)
     , m_system(system) {
     connect(&system, &SystemAppearance::darkChanged, this, &WindowAppearance::changed);
+    connect(&system, &SystemAppearance::highContrastChanged, this, &WindowAppearance::changed);
     connect(&system, &SystemAppearance::reducedMotionChanged, this, &WindowAppearance::changed);
     connect(&layout, &LayoutSettings::appearanceModeChanged, this, &WindowAppearance::changed);
 }
@@ -19,6 +20,8 @@ bool WindowAppearance::dark() const { return chosen().value_or(m_system.dark());
 std::optional<bool> WindowAppearance::chosen() const {
     return AppearanceMode::ofSetting(m_layout.appearanceMode()).prefersDark();
 }
+
+bool WindowAppearance::highContrast() const { return m_system.highContrast(); }
 
 bool WindowAppearance::reducedMotion() const { return m_system.reducedMotion(); }
 

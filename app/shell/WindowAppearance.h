@@ -18,6 +18,7 @@ class WindowAppearance : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application owns the appearance")
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
+    Q_PROPERTY(bool highContrast READ highContrast NOTIFY changed)
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY changed)
 
 public:
@@ -27,6 +28,7 @@ public:
     bool dark() const;
     /// Whether the user chose dark; nothing where the choice is left to the desktop.
     std::optional<bool> chosen() const;
+    bool highContrast() const;
     bool reducedMotion() const;
 
 signals:

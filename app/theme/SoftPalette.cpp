@@ -26,6 +26,10 @@ SoftPalette lightPalette() {
         .knobFill = rgb(0.98F, 0.95F, 0.88F, 0.96F),
         .knobRim = rgb(0.77F, 0.72F, 0.64F, 0.28F),
         .knobShadow = black(0.14F),
+        .accent = rgb(0.16F, 0.38F, 0.91F),
+        .accentInk = white(1),
+        .running = rgb(0.1F, 0.68F, 0.48F),
+        .warning = rgb(0.94F, 0.36F, 0.3F),
     };
 }
 
@@ -47,15 +51,45 @@ SoftPalette darkPalette() {
         .knobFill = rgb(0.97F, 0.94F, 0.86F, 0.68F),
         .knobRim = white(0.18F),
         .knobShadow = black(0.34F),
+        .accent = rgb(0.16F, 0.38F, 0.91F),
+        .accentInk = white(1),
+        .running = rgb(0.1F, 0.68F, 0.48F),
+        .warning = rgb(0.94F, 0.36F, 0.3F),
     };
+}
+
+SoftPalette lightContrast() {
+    SoftPalette palette = lightPalette();
+    palette.primaryInk = black(1);
+    palette.secondaryInk = rgb(0.2F, 0.26F, 0.28F);
+    palette.mutedInk = rgb(0.27F, 0.33F, 0.36F);
+    palette.rimLight = palette.hairline = black(0.5F);
+    palette.knobFill = palette.knobRim = palette.secondaryInk;
+    palette.accent = rgb(0.05F, 0.17F, 0.55F);
+    palette.running = rgb(0.0F, 0.36F, 0.25F);
+    palette.warning = rgb(0.7F, 0.12F, 0.08F);
+    return palette;
+}
+
+SoftPalette darkContrast() {
+    SoftPalette palette = darkPalette();
+    palette.primaryInk = white(1);
+    palette.secondaryInk = rgb(0.84F, 0.9F, 0.92F);
+    palette.mutedInk = rgb(0.76F, 0.83F, 0.86F);
+    palette.rimLight = palette.hairline = white(0.45F);
+    palette.accent = rgb(0.68F, 0.81F, 1.0F);
+    palette.accentInk = black(1);
+    palette.running = rgb(0.38F, 0.9F, 0.7F);
+    palette.warning = rgb(1.0F, 0.62F, 0.57F);
+    return palette;
 }
 
 } // namespace
 
-const SoftPalette &SoftPalette::of(bool dark) {
-    static const SoftPalette light = lightPalette();
-    static const SoftPalette night = darkPalette();
-    return dark ? night : light;
+const SoftPalette &SoftPalette::of(bool dark, bool highContrast) {
+    static const SoftPalette palettes[] = {lightPalette(), darkPalette(), lightContrast(),
+                                           darkContrast()};
+    return palettes[(dark ? 1 : 0) + (highContrast ? 2 : 0)];
 }
 
 } // namespace tallyview

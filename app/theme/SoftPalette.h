@@ -22,16 +22,14 @@ struct SoftPalette {
     QColor knobRim;
     QColor knobShadow;
 
-    /// The palette of the light or the dark appearance.
-    static const SoftPalette &of(bool dark);
-};
+    QColor accent;    ///< what is chosen or leads on
+    QColor accentInk; ///< texts on the accent
+    QColor running;
+    QColor warning;
 
-/// Colours that are the same in both appearances.
-namespace softcolor {
-inline const QColor accent = QColor::fromRgbF(0.16F, 0.38F, 0.91F);
-inline const QColor accentInk = QColor::fromRgbF(1.0F, 1.0F, 1.0F);
-inline const QColor running = QColor::fromRgbF(0.1F, 0.68F, 0.48F);
-inline const QColor warning = QColor::fromRgbF(0.94F, 0.36F, 0.3F);
-} // namespace softcolor
+    /// The palette of the light or the dark appearance. That of high contrast gives every text 4.5,
+    /// and rims and symbols 3 times the lightness of their ground, or that part of it.
+    static const SoftPalette &of(bool dark, bool highContrast);
+};
 
 } // namespace tallyview

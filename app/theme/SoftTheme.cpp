@@ -10,13 +10,13 @@ QColor SoftTheme::withOpacity(const QColor &color, qreal opacity) {
     return result;
 }
 
-void SoftTheme::setDark(bool dark) {
-    if (std::exchange(m_dark, dark) == dark) {
+void SoftTheme::turn(bool &property, bool value) {
+    if (std::exchange(property, value) == value) {
         return;
     }
     m_turning = true;
     emit motionChanged();
-    emit darkChanged();
+    emit paletteChanged();
     m_turning = false;
     emit motionChanged();
 }

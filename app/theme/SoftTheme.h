@@ -10,12 +10,15 @@
 namespace tallyview {
 
 /// The look in effect, for QML: one object per engine, main thread only.
-/// The shell writes `dark`, `reducedMotion`, `unseen` and `windowRim`; everything else follows.
+/// The shell writes `dark`, `highContrast`, `reducedMotion`, `unseen` and `windowRim`; everything
+/// else follows.
 class SoftTheme : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(bool dark READ dark WRITE setDark NOTIFY darkChanged)
+    Q_PROPERTY(bool dark READ dark WRITE setDark NOTIFY paletteChanged)
+    /// The desktop asks for texts and rims that stand out from their ground.
+    Q_PROPERTY(bool highContrast READ highContrast WRITE setHighContrast NOTIFY paletteChanged)
     /// The desktop asks for less motion.
     Q_PROPERTY(bool reducedMotion MEMBER m_reducedMotion NOTIFY motionChanged)
     /// Nobody sees the window: motion would only cost time.
@@ -26,25 +29,24 @@ class SoftTheme : public QObject {
     /// Points along the edges of the window that resize it; scrollers keep clear of them.
     Q_PROPERTY(double windowRim MEMBER m_windowRim NOTIFY windowRimChanged)
 
-    Q_PROPERTY(QColor canvas READ canvas NOTIFY darkChanged)
-    Q_PROPERTY(QColor raisedSurface READ raisedSurface NOTIFY darkChanged)
-    Q_PROPERTY(QColor insetSurface READ insetSurface NOTIFY darkChanged)
-    Q_PROPERTY(QColor liftedSurface READ liftedSurface NOTIFY darkChanged)
-    Q_PROPERTY(QColor primaryInk READ primaryInk NOTIFY darkChanged)
-    Q_PROPERTY(QColor secondaryInk READ secondaryInk NOTIFY darkChanged)
-    Q_PROPERTY(QColor mutedInk READ mutedInk NOTIFY darkChanged)
-    Q_PROPERTY(QColor softShadowDark READ softShadowDark NOTIFY darkChanged)
-    Q_PROPERTY(QColor softShadowLight READ softShadowLight NOTIFY darkChanged)
-    Q_PROPERTY(QColor rimLight READ rimLight NOTIFY darkChanged)
-    Q_PROPERTY(QColor hairline READ hairline NOTIFY darkChanged)
-    Q_PROPERTY(QColor knobFill READ knobFill NOTIFY darkChanged)
-    Q_PROPERTY(QColor knobRim READ knobRim NOTIFY darkChanged)
-    Q_PROPERTY(QColor knobShadow READ knobShadow NOTIFY darkChanged)
-
-    Q_PROPERTY(QColor accent READ accent CONSTANT)
-    Q_PROPERTY(QColor accentInk READ accentInk CONSTANT)
-    Q_PROPERTY(QColor running READ running CONSTANT)
-    Q_PROPERTY(QColor warning READ warning CONSTANT)
+    Q_PROPERTY(QColor canvas READ canvas NOTIFY paletteChanged)
+    Q_PROPERTY(QColor raisedSurface READ raisedSurface NOTIFY paletteChanged)
+    Q_PROPERTY(QColor insetSurface READ insetSurface NOTIFY paletteChanged)
+    Q_PROPERTY(QColor liftedSurface READ liftedSurface NOTIFY paletteChanged)
+    Q_PROPERTY(QColor primaryInk READ primaryInk NOTIFY paletteChanged)
+    Q_PROPERTY(QColor secondaryInk READ secondaryInk NOTIFY paletteChanged)
+    Q_PROPERTY(QColor mutedInk READ mutedInk NOTIFY paletteChanged)
+    Q_PROPERTY(QColor softShadowDark READ softShadowDark NOTIFY paletteChanged)
+    Q_PROPERTY(QColor softShadowLight READ softShadowLight NOTIFY paletteChanged)
+    Q_PROPERTY(QColor rimLight READ rimLight NOTIFY paletteChanged)
+    Q_PROPERTY(QColor hairline READ hairline NOTIFY paletteChanged)
+    Q_PROPERTY(QColor knobFill READ knobFill NOTIFY paletteChanged)
+    Q_PROPERTY(QColor knobRim READ knobRim NOTIFY paletteChanged)
+    Q_PROPERTY(QColor knobShadow READ knobShadow NOTIFY paletteChanged)
+    Q_PROPERTY(QColor accent READ accent NOTIFY paletteChanged)
+    Q_PROPERTY(QColor accentInk READ accentInk NOTIFY paletteChanged)
+    Q_PROPERTY(QColor running READ running NOTIFY paletteChanged)
+    Q_PROPERTY(QColor warning READ warning NOTIFY paletteChanged)
     Q_PROPERTY(QColor clear READ clear CONSTANT)
 
     /// Milliseconds. One-shot changes take no time while nothing moves; the two
@@ -61,14 +63,14 @@ class SoftTheme : public QObject {
 public:
     using QObject::QObject;
 
-    static const SoftPalette &palette(bool dark) { return SoftPalette::of(dark); }
-
     /// `color` with its opacity multiplied by `opacity` (0 to 1).
     Q_INVOKABLE static QColor withOpacity(const QColor &color, qreal opacity);
 
     bool dark() const { return m_dark; }
     /// Colours change at once, even those whose changes are animated.
-    void setDark(bool dark);
+    void setDark(bool dark) { turn(m_dark, dark); }
+    bool highContrast() const { return m_highContrast; }
+    void setHighContrast(bool highContrast) { turn(m_highContrast, highContrast); }
 
     QColor canvas() const { return current().canvas; }
     QColor raisedSurface() const { return current().raisedSurface; }
@@ -84,11 +86,10 @@ public:
     QColor knobFill() const { return current().knobFill; }
     QColor knobRim() const { return current().knobRim; }
     QColor knobShadow() const { return current().knobShadow; }
-
-    static QColor accent() { return softcolor::accent; }
-    static QColor accentInk() { return softcolor::accentInk; }
-    static QColor running() { return softcolor::running; }
-    static QColor warning() { return softcolor::warning; }
+    QColor accent() const { return current().accent; }
+    QColor accentInk() const { return current().accentInk; }
+    QColor running() const { return current().running; }
+    QColor warning() const { return current().warning; }
     static QColor clear() { return Qt::transparent; }
 
     bool still() const { return m_reducedMotion || m_unseen; }
@@ -101,16 +102,18 @@ public:
     static QVariantList appearanceModes();
 
 signals:
-    void darkChanged();
+    void paletteChanged();
     void motionChanged();
     void windowRimChanged();
 
 private:
-    const SoftPalette &current() const { return palette(m_dark); }
+    void turn(bool &property, bool value);
+    const SoftPalette &current() const { return SoftPalette::of(m_dark, m_highContrast); }
     int unlessStill(int duration) const { return still() || m_turning ? 0 : duration; }
 
     bool m_dark = false;
-    bool m_turning = false; ///< from light to dark or back
+    bool m_highContrast = false;
+    bool m_turning = false; ///< from one palette to another
     bool m_reducedMotion = false;
     bool m_unseen = false;
     double m_windowRim = 0;

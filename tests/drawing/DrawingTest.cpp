@@ -2,6 +2,7 @@
 #include "app/drawing/SoftLook.h"
 #include "app/drawing/SymbolImage.h"
 #include "app/theme/SoftFont.h"
+#include "app/theme/SoftPalette.h"
 
 #include <QFontInfo>
 #include <QGlyphRun>
@@ -30,6 +31,28 @@ QStringList drawnFamilies(const QString &text, const QString &family, SoftFont::
         families.insert(run.rawFont().familyName());
     }
     return families.values();
+}
+
+QColor over(const QColor &ground, const QColor &color, float opacity = 1) {
+    const float part = color.alphaF() * opacity;
+    const auto mixed = [part](float below, float above) { return below + part * (above - below); };
+    return QColor::fromRgbF(mixed(ground.redF(), color.redF()),
+                            mixed(ground.greenF(), color.greenF()),
+                            mixed(ground.blueF(), color.blueF()));
+}
+
+/// How much lighter one colour is than the other, from 1 to 21, as accessibility guidelines have
+/// it.
+double contrast(const QColor &one, const QColor &other) {
+    const auto luminance = [](const QColor &color) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF()) + 0.05;
+    };
+    const double ratio = luminance(one) / luminance(other);
+    return std::max(ratio, 1 / ratio);
 }
 
 /// The sum of a picture's opacities.
@@ -137,6 +160,24 @@ private slots:
         QCOMPARE(cornerReach({2, 60}, 2, CornerStyle::circular), 2.0);
         const auto narrow = softShape({0, 0, 2, 60}, 2, CornerStyle::circular);
         QVERIFY2(!narrow.contains({0.2, 0.7}), "its corners are ellipses");
+    }
+
+    void highContrastIsHigh() {
+        for (const bool dark : {false, true}) {
+            const SoftPalette p = SoftPalette::of(dark, true);
+            QVERIFY(contrast(p.accent, p.accentInk) >= 4.5);
+            for (const QColor &ground :
+                 {p.canvas, p.raisedSurface, p.insetSurface, p.liftedSurface,
+                  over(p.raisedSurface, p.accent, 0.16F), over(p.raisedSurface, p.running, 0.1F)}) {
+                for (const QColor &ink : {p.primaryInk, p.secondaryInk, p.mutedInk, p.running,
+                                          over(ground, p.accent, 0.78F)}) {
+                    QVERIFY2(contrast(ground, ink) >= 4.5, qPrintable(ground.name() + ink.name()));
+                }
+                for (const QColor &mark : {p.hairline, p.rimLight, p.warning, p.knobFill}) {
+                    QVERIFY2(contrast(ground, over(ground, mark)) >= 3, qPrintable(mark.name()));
+                }
+            }
+        }
     }
 };
 

@@ -57,12 +57,12 @@ private slots:
         for (const auto &[place, radius] : cases) {
             SoftLook look;
             look.radius = radius;
-            look.fill = SoftPalette::of(false).raisedSurface;
-            look.outline = SoftPalette::of(false).hairline;
+            look.fill = SoftPalette::of(false, false).raisedSurface;
+            look.outline = SoftPalette::of(false, false).hairline;
             look.outlineWidth = 1;
-            look.shadows[0] = {SoftPalette::of(false).softShadowDark, 6, {3, 3}};
+            look.shadows[0] = {SoftPalette::of(false, false).softShadowDark, 6, {3, 3}};
             QQuickWindow window;
-            window.setColor(SoftPalette::of(false).canvas);
+            window.setColor(SoftPalette::of(false, false).canvas);
             window.resize(400, 280);
             SoftSurface surface(window.contentItem());
             surface.setPosition(place.topLeft());

@@ -29,7 +29,7 @@ class FreedesktopAppearanceTest : public QObject {
     }
     static QString shown(const SystemAppearance &system) {
         return QString(system.dark() ? "dark" : "light") +
-               (system.reducedMotion() ? ", still" : "");
+               (system.highContrast() ? ", clear" : "") + (system.reducedMotion() ? ", still" : "");
     }
 
 private slots:
@@ -60,6 +60,8 @@ private slots:
             {true, appearance, scheme, 2U, "light"},
             {true, appearance, scheme, 0U, "dark"},
             {false, appearance, scheme, 7U, "light"},
+            {false, appearance, "contrast", 1U, "light, clear"},
+            {false, appearance, "contrast", 2U, "light"},
             {false, appearance, "reduced-motion", 1U, "light, still"},
             {false, gnome, "enable-animations", false, "light, still"},
             {false, kde, factor, "0", "light, still"},
@@ -106,8 +108,9 @@ private slots:
         portal.set(appearance, "reduced-motion", 1U);
         portal.set(gnome, "enable-animations", true);
         portal.set(appearance, "accent-color", 3U);
+        portal.set(appearance, "contrast", 1U);
         portal.set(appearance, "color-scheme", 1U);
-        QTRY_COMPARE(shown(system), "dark, still");
+        QTRY_COMPARE(shown(system), "dark, clear, still");
         QCOMPARE(darkSpy.count() + motionSpy.count(), 2);
     }
 };

@@ -36,8 +36,13 @@ public:
 class ChosenAppearance : public SystemAppearance {
 public:
     bool dark() const override { return false; }
+    bool highContrast() const override { return m_highContrast; }
     bool reducedMotion() const override { return m_reducedMotion; }
     WindowButtons windowButtons() const override { return m_windowButtons; }
+    void setHighContrast(bool high) {
+        m_highContrast = high;
+        emit highContrastChanged();
+    }
     void setReducedMotion(bool reduced) {
         m_reducedMotion = reduced;
         emit reducedMotionChanged();
@@ -48,6 +53,7 @@ public:
     }
 
 private:
+    bool m_highContrast = false;
     bool m_reducedMotion = true;
     WindowButtons m_windowButtons = WindowButtons::all();
 };

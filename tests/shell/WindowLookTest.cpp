@@ -134,7 +134,10 @@ private slots:
         f.defaults.setValue("appearanceMode", "dark");
         // Where a change by hand is animated.
         QCOMPARE(f.text("本周")->property("color").value<QColor>().name(),
-                 SoftPalette::of(true).secondaryInk.name());
+                 SoftPalette::of(true, false).secondaryInk.name());
+        f.system.setHighContrast(true);
+        QCOMPARE(f.text("本周")->property("color").value<QColor>().name(),
+                 SoftPalette::of(true, true).secondaryInk.name());
     }
 
     void longTextsAreCut() {
