@@ -13,8 +13,6 @@
 namespace tallyview {
 namespace {
 
-using Kind = OrvikThreadStoreError::Kind;
-
 class OrvikThreadStoreTest : public testing::Test {
 protected:
     OrvikThreadStoreTest() { writer.execute(schema); }
@@ -167,22 +165,20 @@ TEST_F(OrvikThreadStoreTest, tellsWhyThereIsNoList) {
     Writer(strange).execute("CREATE TABLE threads (id)");
     const std::string pipe = folder.path("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const std::tuple<std::string, Kind, std::string> cases[] = {
-        {"", Kind::databaseMissing, missing},
-        {dangling, Kind::databaseMissing, missing + dangling},
-        {folder.path("a\xFF"), Kind::databaseMissing, missing + folder.path("a\uFFFD")},
-        {folder.path("."), Kind::openFailed, unopened + "disk I/O error"},
-        {pipe, Kind::openFailed, unopened + "unable to open database file"},
-        {folder.write("text", std::string(4096, 'x')), Kind::queryFailed,
-         unread + "file is not a database"},
-        {folder.write("empty", ""), Kind::queryFailed, unread + "no such table: threads"},
-        {strange, Kind::queryFailed, unread + "no such column: title"},
+    const std::pair<std::string, std::string> cases[] = {
+        {"", missing},
+        {dangling, missing + dangling},
+        {folder.path("a\xFF"), missing + folder.path("a\uFFFD")},
+        {folder.path("."), unopened + "disk I/O error"},
+        {pipe, unopened + "unable to open database file"},
+        {folder.write("text", std::string(4096, 'x')), unread + "file is not a database"},
+        {folder.write("empty", ""), unread + "no such table: threads"},
+        {strange, unread + "no such column: title"},
     };
     const auto before = tests::openDescriptors();
-    for (const auto &[where, kind, description] : cases) {
+    for (const auto &[where, description] : cases) {
         const auto threads = OrvikThreadStore(where).listThreads();
         ASSERT_FALSE(threads.has_value()) << where;
-        EXPECT_EQ(threads.error().kind(), kind) << where;
         EXPECT_EQ(threads.error().description(), description);
         EXPECT_EQ(tests::openDescriptors(), before) << where;
     }
@@ -191,8 +187,7 @@ TEST_F(OrvikThreadStoreTest, tellsWhyThereIsNoList) {
 TEST_F(OrvikThreadStoreTest, waitsForALockButNotForEver) {
     writer.execute("BEGIN EXCLUSIVE");
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(store.listThreads().error(),
-              OrvikThreadStoreError(Kind::queryFailed, "database is locked"));
+    EXPECT_EQ(store.listThreads().error().text(), "database is locked");
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500));
     const std::jthread release([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));

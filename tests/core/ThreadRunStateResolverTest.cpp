@@ -46,14 +46,6 @@ TEST_F(ThreadRunStateResolverTest, takesTheLatestDecidingEvent) {
     EXPECT_EQ(resolved(started, std::string::npos), running);
 }
 
-TEST_F(ThreadRunStateResolverTest, joinsALineToTheOneBeforeWhenAPieceBeginsWithItsLineFeed) {
-    constexpr std::size_t piece = 524'288;
-    std::string line = started;
-    line.resize(piece - 1, ' ');
-    EXPECT_EQ(resolved(aborted + "\n" + line), completed);
-    EXPECT_EQ(resolved(aborted + "\n" + line + " "), running);
-}
-
 TEST_F(ThreadRunStateResolverTest, needsAReadableRegularFile) {
     const std::string file = folder.write("file", started);
     const std::string pipe = folder.path("pipe");
