@@ -24,21 +24,18 @@ std::optional<std::size_t> plainCount(const std::string &path) {
     return code == SQLITE_OK ? std::optional(count) : std::nullopt;
 }
 
-/// The files of a database; with its log, what was written is still in that one.
-std::map<std::string, std::string> written(const std::string &journalMode, bool hasLog) {
+/// The files of a database that its writer holds open; of those with a log that is most of it.
+std::map<std::string, std::string> written(const std::string &journalMode) {
     const tests::TemporaryHome folder;
-    std::optional<Writer> writer(folder.path("state.sqlite"));
+    const Writer writer(folder.path("state.sqlite"));
     // Small pages: the header and the schema fill one, rows lie in trees and chains of pages.
-    writer->execute("PRAGMA page_size = " + std::to_string(pageSize) +
-                    "; PRAGMA journal_mode = " + journalMode + ";" + schema +
-                    "CREATE INDEX by_id ON threads (id);"
-                    "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 40)"
-                    "INSERT INTO threads (id, title, preview, cwd, updated_at_ms) SELECT "
-                    "'t' || i, hex(zeroblob(i)), hex(zeroblob(60 * (i % 20))), '/src', 9 * i "
-                    "FROM n;");
-    if (!hasLog) {
-        writer.reset();
-    }
+    writer.execute("PRAGMA page_size = " + std::to_string(pageSize) +
+                   "; PRAGMA journal_mode = " + journalMode + ";" + schema +
+                   "CREATE INDEX by_id ON threads (id);"
+                   "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 40)"
+                   "INSERT INTO threads (id, title, preview, cwd, updated_at_ms) SELECT "
+                   "'t' || i, hex(zeroblob(i)), hex(zeroblob(60 * (i % 20))), '/src', 9 * i "
+                   "FROM n;");
     std::map<std::string, std::string> files;
     for (const auto &entry : std::filesystem::directory_iterator(folder.path())) {
         std::ifstream file(entry.path(), std::ios::binary);
@@ -74,9 +71,8 @@ std::string damaged(const std::string &bytes, std::mt19937 &random) {
 /// Where the library fails, the store has to tell so; otherwise it lists every row.
 TEST(DamagedDatabase, isReadInFullOrNotAtAll) {
     std::mt19937 random(1); // NOLINT(*-msc51-cpp): the same damage in every run
-    for (const auto &[journalMode, hasLog] :
-         {std::pair("DELETE", false), {"WAL", false}, {"WAL", true}}) {
-        const auto files = written(journalMode, hasLog);
+    for (const char *journalMode : {"DELETE", "WAL"}) {
+        const auto files = written(journalMode);
         const tests::TemporaryHome folder;
         const std::string path = folder.path("state.sqlite");
         for (int round = 0; round < 2000; ++round) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
 #include <vector>
 
 using namespace tallyview;
@@ -18,15 +17,15 @@ constexpr qint64 day = 86400;
 struct Stretch {
     qint64 begin;
     qint64 offset;
-
-    friend auto operator<=>(const Stretch &, const Stretch &) = default;
 };
 
-/// From shortly before 1970 to 2038.
+/// From shortly before 1970 to 2038. Without the local time of Qt, which would read `TZ` for
+/// others.
 std::vector<Stretch> stretches(const QTimeZone &zone) {
-    const auto begin = QDateTime::fromSecsSinceEpoch(-35 * day);
+    const auto begin = QDateTime::fromSecsSinceEpoch(-35 * day, QTimeZone::utc());
+    const auto end = QDateTime::fromSecsSinceEpoch(24837 * day, QTimeZone::utc());
     std::vector<Stretch> found{{begin.toSecsSinceEpoch(), zone.offsetFromUtc(begin)}};
-    for (const auto &change : zone.transitions(begin, QDateTime::fromSecsSinceEpoch(24837 * day))) {
+    for (const auto &change : zone.transitions(begin, end)) {
         found.push_back({change.atUtc.toSecsSinceEpoch(), change.offsetFromUtc});
     }
     return found;
@@ -62,21 +61,22 @@ private slots:
     void cleanup() { qunsetenv("TZ"); }
 
     void daysStartWithTheirFirstInstantInEveryZone() {
-        std::set<std::vector<Stretch>> clocks;
+        int checks = 0;
         for (const QByteArray &name : QTimeZone::availableTimeZoneIds()) {
             qputenv("TZ", name);
             const QTimeZone zone(name);
-            const auto [clock, isNew] = clocks.insert(stretches(zone));
-            for (std::size_t i = 1; isNew && i < clock->size(); ++i) {
+            const std::vector<Stretch> clock = stretches(zone);
+            for (std::size_t i = 1; i < clock.size(); ++i) {
                 // So that today, tomorrow or the day six days ago is that of the change.
                 for (const qint64 distance : {-day, qint64{-1}, qint64{0}, 6 * day}) {
-                    const qint64 now = (*clock)[i].begin + distance;
-                    QVERIFY2(startsAreRight(now, zone, *clock),
+                    const qint64 now = clock[i].begin + distance;
+                    QVERIFY2(startsAreRight(now, zone, clock),
                              (name + " at " + QByteArray::number(now)).constData());
+                    ++checks;
                 }
             }
         }
-        QVERIFY2(clocks.size() > 100, "the system knows hardly any time zone");
+        QVERIFY2(checks > 10'000, "the system knows hardly any time zone");
     }
 };
 

@@ -85,14 +85,10 @@ private slots:
         QCOMPARE(f.selected(), "none");
         QVERIFY(f.defaults.value("pinnedThreadIDs").toStringList().isEmpty());
 
-        for (const auto &[stored, count] :
-             {std::pair<QVariant, std::size_t>(QStringList{"x", "y", "x"}, 2),
-              {QVariantMap{{"x", 1}}, 0}}) {
-            f.defaults.setValue("pinnedThreadIDs", stored);
-            const DashboardModel restarted(OrvikThreadStore({}),
-                                           {.defaults = f.defaults, .urlOpener = f.opener});
-            QCOMPARE(restarted.pinnedIDs().size(), count);
-        }
+        f.defaults.setValue("pinnedThreadIDs", QStringList{"x", "y", "x"});
+        const DashboardModel restarted(OrvikThreadStore({}),
+                                       {.defaults = f.defaults, .urlOpener = f.opener});
+        QCOMPARE(restarted.pinnedIDs().size(), 2U);
     }
 
     void theSelectionStaysOnAVisibleThread() {

@@ -92,8 +92,7 @@ private slots:
             {"query=gro\u0308ße", "fresh"},
             {"query=/SRC/atl", "fresh"},
             {"query=feature/foo cli", "fresh"},
-            // ß has no other lower case, there are no wildcards, ids are not searched, blanks
-            // count.
+            // ß has no other lower case, nothing is a wildcard, ids are not searched, blanks count.
             {"query=GRÖSSE", ""},
             {"query=f*o", ""},
             {"query=fresh", ""},
