@@ -51,8 +51,6 @@ TEST_F(OrvikThreadStoreTest, turnsARowIntoARecord) {
                                  .tokensUsed = 9'007'199'254'740'993,
                                  .createdAt = at(1'700'000'000.123),
                                  .updatedAt = at(1'700'000'000.999),
-                                 .archived = false,
-                                 .isSubagent = false,
                                  .runState = ThreadRunState::running});
     EXPECT_EQ(threads, std::vector{expected});
     writer.execute("UPDATE threads SET archived = -1");
