@@ -9,7 +9,8 @@
 namespace tallyview {
 namespace {
 
-char decided(RolloutEventParser &parser, std::string line) {
+char decided(std::string line) {
+    static RolloutEventParser parser;
     const std::size_t size = line.size();
     line.append(RolloutEventParser::padding, '}');
     const auto state = parser.decidedState(std::string_view(line).substr(0, size));
@@ -47,9 +48,8 @@ TEST(RolloutEventParser, readsDecidingEventsOnly) {
         {begin + ",\"s\":\"\t\"}}", '-'},
         {"\r", '-'},
     };
-    RolloutEventParser parser;
     for (const auto &[line, state] : cases) {
-        EXPECT_EQ(decided(parser, line), state) << line.substr(0, 200);
+        EXPECT_EQ(decided(line), state) << line.substr(0, 200);
     }
 }
 
@@ -58,15 +58,14 @@ TEST(RolloutEventParser, overlooksNoTypeWhereverItStandsAndHoweverItIsWritten) {
         {"task_started", 'r'},         {R"(\u0074ask_started)", 'r'}, {R"(t\u0061sk_started)", 'r'},
         {R"(ta\u0073k_started)", 'r'}, {R"(task\u005Fstarted)", 'r'}, {R"(tur\u006e_aborted)", 'c'},
         {"task_complete", 'c'},        {R"(\\u0074ask_started)", '-'}};
-    RolloutEventParser parser;
     for (const auto &[type, state] : types) {
         for (std::size_t length = 0; length < 300; ++length) {
             const std::string event = R"({"n":")" + std::string(length, 'x') +
                                       R"(","type":"event_msg","payload":{"type":")" + type +
                                       R"("},"o":")";
             const std::string after(299 - length, 'x');
-            ASSERT_EQ(decided(parser, event + after + "\"}"), state) << type << ' ' << length;
-            ASSERT_EQ(decided(parser, event + "\"}"), state) << type << ' ' << length;
+            ASSERT_EQ(decided(event + after + "\"}"), state) << type << ' ' << length;
+            ASSERT_EQ(decided(event + "\"}"), state) << type << ' ' << length;
         }
     }
 }

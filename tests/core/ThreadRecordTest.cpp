@@ -51,22 +51,5 @@ TEST(ThreadRecord, joinsWhatTheSearchLooksIn) {
     EXPECT_EQ(record.searchText(), "caf\u00E9 straße i\u0307 预览 atlas /src/atlas main local");
 }
 
-template <class Enumeration>
-std::string listed() {
-    std::string text;
-    for (const Enumeration value : allCases<Enumeration>) {
-        text += std::string(rawValue(value)) + '=' + std::string(title(value)) + ' ';
-        EXPECT_EQ(fromRawValue<Enumeration>(rawValue(value)), value);
-    }
-    EXPECT_EQ(fromRawValue<Enumeration>("today "), std::nullopt);
-    return text;
-}
-
-TEST(ThreadVocabulary, listsCasesInTheirOrder) {
-    EXPECT_EQ(listed<ThreadRunState>(), "running=进行中 completed=已完成 ");
-    EXPECT_EQ(listed<TaskStatusFilter>(), "running=进行中 completed=已完成 all=全部 ");
-    EXPECT_EQ(listed<TaskRecencyFilter>(), "recent=刚刚 today=今天 week=本周 older=更早 ");
-}
-
 } // namespace
 } // namespace tallyview

@@ -11,7 +11,6 @@
 #include <QTextLayout>
 
 #include <cmath>
-#include <numeric>
 
 using namespace tallyview;
 
@@ -26,11 +25,12 @@ QStringList drawnFamilies(const QString &text, const QString &family, SoftFont::
     layout.beginLayout();
     layout.createLine();
     layout.endLayout();
-    QSet<QString> families;
+    QStringList families;
     for (const QGlyphRun &run : layout.glyphRuns()) {
-        families.insert(run.rawFont().familyName());
+        families.append(run.rawFont().familyName());
     }
-    return families.values();
+    families.removeDuplicates();
+    return families;
 }
 
 QColor over(const QColor &ground, const QColor &color, float opacity = 1) {
@@ -57,11 +57,11 @@ double contrast(const QColor &one, const QColor &other) {
 
 /// The sum of a picture's opacities.
 qint64 inkOf(const QImage &image) {
-    const QImage opacities = image.convertToFormat(QImage::Format_Alpha8);
     qint64 ink = 0;
     for (int y = 0; y < image.height(); ++y) {
-        const uchar *line = opacities.constScanLine(y);
-        ink += std::accumulate(line, line + image.width(), qint64(0));
+        for (int x = 0; x < image.width(); ++x) {
+            ink += qAlpha(image.pixel(x, y));
+        }
     }
     return ink;
 }

@@ -8,19 +8,18 @@
 #include <QTest>
 
 #include <cmath>
+#include <numeric>
 
 using namespace tallyview;
 
 namespace {
 
+/// Of two pictures of one size, over all bytes.
 int greatestDifference(const QImage &a, const QImage &b) {
-    int greatest = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            greatest = std::max(greatest, std::abs(qGreen(a.pixel(x, y)) - qGreen(b.pixel(x, y))));
-        }
-    }
-    return greatest;
+    const auto greater = [](int x, int y) { return std::max(x, y); };
+    const auto difference = [](int x, int y) { return std::abs(x - y); };
+    return std::transform_reduce(a.constBits(), a.constBits() + a.sizeInBytes(), b.constBits(), 0,
+                                 greater, difference);
 }
 
 /// The whole picture of a look, painted at its place in a window.
@@ -35,12 +34,6 @@ QImage painted(const SoftLook &look, const QRectF &place, const QQuickWindow &wi
     painter.drawImage(qRound(place.x() * ratio) - out.left(), qRound(place.y() * ratio) - out.top(),
                       renderLook(pixelLook, pixels));
     return image;
-}
-
-void set(QObject &object, const QVariantMap &properties) {
-    for (const auto &[name, value] : properties.asKeyValueRange()) {
-        object.setProperty(qPrintable(name), value);
-    }
 }
 
 } // namespace
@@ -67,9 +60,13 @@ private slots:
             SoftSurface surface(window.contentItem());
             surface.setPosition(place.topLeft());
             surface.setSize(place.size());
-            set(surface, {{"radius", radius}, {"fill", look.fill}, {"outline", look.outline}});
-            set(*surface.darkShadow(),
-                {{"color", look.shadows[0].color}, {"blur", 6}, {"x", 3}, {"y", 3}});
+            surface.setProperty("radius", radius);
+            surface.setProperty("fill", look.fill);
+            surface.setProperty("outline", look.outline);
+            surface.darkShadow()->setProperty("color", look.shadows[0].color);
+            surface.darkShadow()->setProperty("blur", 6);
+            surface.darkShadow()->setProperty("x", 3);
+            surface.darkShadow()->setProperty("y", 3);
             window.show();
             QVERIFY(QTest::qWaitForWindowExposed(&window));
             const QImage shown = window.grabWindow().convertToFormat(QImage::Format_RGB32);

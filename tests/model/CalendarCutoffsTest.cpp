@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
-#include <set>
 #include <vector>
 
 using namespace tallyview;
@@ -19,32 +17,16 @@ constexpr qint64 day = 86400;
 struct Stretch {
     qint64 begin;
     qint64 offset;
-
-    friend auto operator<=>(const Stretch &, const Stretch &) = default;
 };
 
-std::tm fields(qint64 time) {
-    const std::time_t seconds = time;
-    std::tm result{};
-    localtime_r(&seconds, &result);
-    return result;
-}
-
-/// From shortly before 1970 to 2038, in the zone of `TZ`.
-std::vector<Stretch> stretches() {
-    constexpr qint64 week = 7 * day;
-    std::vector<Stretch> found{{-5 * week, fields(-5 * week).tm_gmtoff}};
-    for (qint64 time = -5 * week; time < 2'145'916'800; time += week) {
-        const qint64 offset = fields(time + week).tm_gmtoff;
-        if (offset != found.back().offset) {
-            qint64 before = time;
-            qint64 after = time + week;
-            while (after - before > 1) {
-                const qint64 middle = (before + after) / 2;
-                (fields(middle).tm_gmtoff == offset ? after : before) = middle;
-            }
-            found.push_back({after, offset});
-        }
+/// From shortly before 1970 to 2038. Without the local time of Qt, which would read `TZ` for
+/// others.
+std::vector<Stretch> stretches(const QTimeZone &zone) {
+    const auto begin = QDateTime::fromSecsSinceEpoch(-35 * day, QTimeZone::utc());
+    const auto end = QDateTime::fromSecsSinceEpoch(24837 * day, QTimeZone::utc());
+    std::vector<Stretch> found{{begin.toSecsSinceEpoch(), zone.offsetFromUtc(begin)}};
+    for (const auto &change : zone.transitions(begin, end)) {
+        found.push_back({change.atUtc.toSecsSinceEpoch(), change.offsetFromUtc});
     }
     return found;
 }
@@ -60,13 +42,12 @@ qint64 firstInstant(QDate date, const std::vector<Stretch> &clock) {
 }
 
 /// Whether today, tomorrow and the week start with the first instant of their day.
-bool startsAreRight(qint64 now, const UtcOffset &utcOffset, const std::vector<Stretch> &clock) {
-    const std::tm local = fields(now);
-    const QDate today(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+bool startsAreRight(qint64 now, const QTimeZone &zone, const std::vector<Stretch> &clock) {
+    const QDate today = QDateTime::fromSecsSinceEpoch(now, zone).date();
     const auto first = [&](int days) {
         return Instant(std::chrono::seconds(firstInstant(today.addDays(days), clock)));
     };
-    const auto cutoffs = CalendarCutoffs::at(Instant(std::chrono::seconds(now)), utcOffset);
+    const auto cutoffs = CalendarCutoffs::at(Instant(std::chrono::seconds(now)), userUtcOffset());
     return std::array{cutoffs.startOfToday, cutoffs.startOfTomorrow, cutoffs.week} ==
            std::array{first(0), first(1), first(-6)};
 }
@@ -80,22 +61,22 @@ private slots:
     void cleanup() { qunsetenv("TZ"); }
 
     void daysStartWithTheirFirstInstantInEveryZone() {
-        std::set<std::vector<Stretch>> clocks;
-        for (const QByteArray &zone : QTimeZone::availableTimeZoneIds()) {
-            qputenv("TZ", zone);
-            const UtcOffset utcOffset = userUtcOffset();
-            const auto [clock, isNew] = clocks.insert(stretches());
-            for (std::size_t i = 1; isNew && i < clock->size(); ++i) {
+        int checks = 0;
+        for (const QByteArray &name : QTimeZone::availableTimeZoneIds()) {
+            qputenv("TZ", name);
+            const QTimeZone zone(name);
+            const std::vector<Stretch> clock = stretches(zone);
+            for (std::size_t i = 1; i < clock.size(); ++i) {
                 // So that today, tomorrow or the day six days ago is that of the change.
                 for (const qint64 distance : {-day, qint64{-1}, qint64{0}, 6 * day}) {
-                    const qint64 now = (*clock)[i].begin + distance;
-                    if (!startsAreRight(now, utcOffset, *clock)) {
-                        QFAIL((zone + " at " + QByteArray::number(now)).constData());
-                    }
+                    const qint64 now = clock[i].begin + distance;
+                    QVERIFY2(startsAreRight(now, zone, clock),
+                             (name + " at " + QByteArray::number(now)).constData());
+                    ++checks;
                 }
             }
         }
-        QVERIFY2(clocks.size() > 100, "the system knows hardly any time zone");
+        QVERIFY2(checks > 10'000, "the system knows hardly any time zone");
     }
 };
 

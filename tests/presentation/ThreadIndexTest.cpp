@@ -47,14 +47,14 @@ private slots:
     void theHeaderNamesTheFilters() {
         IndexFixture f;
         f.show({{.id = "a"}, {.id = "b", .running = false}, {.id = "c", .cwd = "/src/beta"}});
-        QCOMPARE(f.index.statusLabels().join(u' '),
-                 "进行中，2 个任务 已完成，1 个任务 全部，3 个任务");
         f.index.chooseStatus(2);
         f.index.chooseRecency(3);
         f.model.setSelectedProject("beta");
         f.model.setPinnedOnly(true);
         f.model.setIncludeSubagents(true);
         f.settle();
+        QCOMPARE(f.index.statusLabels().join(u' '),
+                 "进行中，1 个任务 已完成，0 个任务 全部，1 个任务");
         QCOMPARE(f.index.contentIdentity(), "all-older-beta-pinned-with-subagents");
     }
 

@@ -132,25 +132,20 @@ public:
 
 private:
     demo::SampleRow row(const Sample &sample) const {
-        demo::SampleRow row;
-        row.id = sample.id;
-        row.title = sample.title;
-        row.cwd = sample.cwd;
-        row.source = sample.source;
-        row.gitBranch = sample.branch;
-        row.archived = sample.archived ? 1 : 0;
-        if (sample.subagent) {
-            row.agentRole = "helper";
-        }
-        if (sample.age) {
-            row.updatedAtMs = (noon - *sample.age) * 1000;
-        }
         const char *lastEvent = sample.running ? "task_started" : "task_complete";
         const std::string rollout = home.filePath(lastEvent).toStdString();
         if (!std::filesystem::exists(rollout)) {
             [[maybe_unused]] const auto appended = demo::appendEvent(rollout, lastEvent);
         }
+        demo::SampleRow row{.id = sample.id, .title = sample.title, .cwd = sample.cwd};
+        row.source = sample.source;
+        row.gitBranch = sample.branch;
+        row.archived = sample.archived;
+        row.agentRole = sample.subagent ? "helper" : "";
         row.rolloutPath = rollout;
+        if (sample.age) {
+            row.updatedAtMs = (noon - *sample.age) * 1000;
+        }
         return row;
     }
 };

@@ -3,16 +3,12 @@
 #include "core/ThreadVocabulary.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace tallyview {
 
 // What the core has to answer, worked out the plain and slow way.
-
-/// RolloutEventParser, by parsing every line in full.
-std::optional<ThreadRunState> plainlyDecidedState(std::string_view line);
 
 /// ThreadRunStateResolver for a file of these bytes, step by step as docs/formats.md tells it:
 /// every piece is decoded with all that is held back behind it.
