@@ -92,7 +92,7 @@ FocusScope {
         anchors.fill: parent
         radius: 10
         fill: SoftTheme.clear
-        outline: field.activeFocus ? SoftTheme.accent : SoftTheme.clear
+        outline: field.activeFocus ? SoftTheme.accent : SoftTheme.highContrast ? SoftTheme.hairline : SoftTheme.clear
         outlineWidth: 2
     }
 }
