@@ -51,7 +51,6 @@ Column {
     SoftText {
         anchors.horizontalCenter: parent.horizontalCenter
         text: indicator.label
-        size: 11
         weight: Font.Medium
     }
 }

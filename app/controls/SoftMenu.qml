@@ -21,7 +21,6 @@ T.Menu {
         radius: 10
         fill: SoftTheme.raisedSurface
         outline: SoftTheme.hairline
-        outlineWidth: 1
         darkShadow.color: SoftTheme.softShadowDark
         darkShadow.blur: 14
         darkShadow.x: 0

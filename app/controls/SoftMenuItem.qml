@@ -37,7 +37,6 @@ T.MenuItem {
         anchors.rightMargin: item.rightPadding
         anchors.verticalCenter: parent.verticalCenter
         text: item.keysText
-        size: 11
         color: item.lit ? SoftTheme.accentInk : SoftTheme.mutedInk
     }
 }

@@ -27,7 +27,6 @@ T.ToolTip {
 
     contentItem: SoftText {
         text: tip.text
-        size: 11
         wrapMode: Text.Wrap
     }
 

@@ -47,7 +47,6 @@ T.MenuBar {
             verticalAlignment: Text.AlignVCenter
             text: title.text
             size: 12
-            color: SoftTheme.primaryInk
         }
     }
 

@@ -24,7 +24,6 @@ Item {
             text: "选择一个任务"
             size: 18
             weight: Font.Bold
-            color: SoftTheme.primaryInk
         }
         SoftText {
             width: parent.width

@@ -9,7 +9,6 @@ SoftSurface {
     radius: 10
     fill: SoftTheme.withOpacity(SoftTheme.insetSurface, 0.66)
     outline: SoftTheme.hairline
-    outlineWidth: 1
 
     SoftSymbol {
         id: symbol

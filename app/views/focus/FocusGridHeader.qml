@@ -34,13 +34,11 @@ Item {
                 text: "专注空间"
                 size: 24
                 weight: Font.Bold
-                color: SoftTheme.primaryInk
                 maximumLineCount: 1
             }
             SoftText {
                 width: parent.width
                 text: "先选择项目，再进入它的任务动态"
-                size: 11
                 color: SoftTheme.secondaryInk
                 maximumLineCount: 1
             }

@@ -33,7 +33,6 @@ T.AbstractButton {
         radius: 16
         fill: SoftTheme.raisedSurface
         outline: card.hovered ? SoftTheme.withOpacity(SoftTheme.accent, 0.42) : SoftTheme.hairline
-        outlineWidth: 1
         darkShadow.color: SoftTheme.withOpacity(SoftTheme.softShadowDark, card.hovered ? 0.82 : 0.48)
         darkShadow.blur: card.hovered ? 9 : 5
         darkShadow.x: 5
@@ -97,7 +96,6 @@ T.AbstractButton {
             text: card.row.name
             size: 16
             weight: Font.Bold
-            color: SoftTheme.primaryInk
             wrapMode: Text.Wrap
             maximumLineCount: 2
         }

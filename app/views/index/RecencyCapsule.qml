@@ -15,7 +15,6 @@ SoftChoice {
         radius: height / 2
         fill: capsule.chosen ? SoftTheme.accent : SoftTheme.raisedSurface
         outline: capsule.chosen ? SoftTheme.withOpacity(SoftTheme.rimLight, 0) : SoftTheme.rimLight
-        outlineWidth: 1
         darkShadow.color: capsule.chosen ? SoftTheme.withOpacity(SoftTheme.accent, 0.22) : SoftTheme.softShadowDark
         darkShadow.blur: 4
         darkShadow.x: 2

@@ -71,7 +71,6 @@ FocusScope {
         verticalAlignment: Text.AlignVCenter
         visible: field.text.length === 0 && field.preeditText.length === 0
         text: "搜索任务标题、项目或工作目录…"
-        size: 11
         design: SoftFont.Rounded
         color: SoftTheme.mutedInk
     }

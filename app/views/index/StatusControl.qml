@@ -50,7 +50,6 @@ SoftRaised {
                 SoftText {
                     anchors.centerIn: parent
                     text: segment.modelData
-                    size: 11
                     weight: Font.DemiBold
                     design: SoftFont.Rounded
                     color: segment.chosen ? SoftTheme.accentInk : SoftTheme.secondaryInk

@@ -84,7 +84,6 @@ Item {
                 size: 12
                 weight: Font.DemiBold
                 design: SoftFont.Rounded
-                color: SoftTheme.primaryInk
                 maximumLineCount: 1
             }
             SoftText {

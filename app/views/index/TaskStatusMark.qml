@@ -26,7 +26,6 @@ Item {
         diameter: mark.width
         fill: SoftTheme.withOpacity(SoftTheme.running, mark.active ? 0.1 : 0.07)
         outline: SoftTheme.withOpacity(SoftTheme.running, 0.2)
-        outlineWidth: 1
     }
     SoftSymbol {
         id: symbol

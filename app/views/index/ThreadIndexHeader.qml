@@ -53,7 +53,6 @@ Item {
                 size: 22
                 weight: Font.Bold
                 design: SoftFont.Rounded
-                color: SoftTheme.primaryInk
                 maximumLineCount: 1
             }
             T.AbstractButton {

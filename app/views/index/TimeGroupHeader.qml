@@ -21,7 +21,6 @@ Item {
             diameter: 15
             fill: SoftTheme.raisedSurface
             outline: SoftTheme.rimLight
-            outlineWidth: 1
 
             SoftDot {
                 anchors.centerIn: parent
@@ -32,7 +31,6 @@ Item {
         SoftText {
             anchors.verticalCenter: parent.verticalCenter
             text: header.row.title
-            size: 11
             weight: Font.DemiBold
             design: SoftFont.Rounded
             color: SoftTheme.secondaryInk

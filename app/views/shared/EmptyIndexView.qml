@@ -39,7 +39,6 @@ Item {
                 text: view.title
                 size: 18
                 weight: Font.Bold
-                color: SoftTheme.primaryInk
             }
             SoftText {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -47,7 +46,6 @@ Item {
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 text: view.message
-                size: 11
                 color: SoftTheme.secondaryInk
             }
         }

@@ -42,7 +42,6 @@ Item {
             text: "Orvik"
             size: 19
             weight: Font.Bold
-            color: SoftTheme.primaryInk
         }
         SoftText {
             width: parent.width

@@ -15,7 +15,6 @@ SoftSurface {
     radius: 11
     fill: SoftTheme.liftedSurface
     outline: SoftTheme.hairline
-    outlineWidth: 1
 
     Column {
         id: texts

@@ -38,7 +38,6 @@ SoftScrollView {
                 x: 6
                 anchors.verticalCenter: parent.verticalCenter
                 text: "项目"
-                size: 11
                 weight: Font.DemiBold
                 color: SoftTheme.secondaryInk
             }

@@ -55,7 +55,6 @@ SidebarButton {
         weight: view.row.selected ? Font.DemiBold : Font.Normal
         design: SoftFont.Rounded
         maximumLineCount: 1
-        color: SoftTheme.primaryInk
     }
     SoftText {
         id: count

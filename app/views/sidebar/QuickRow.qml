@@ -47,7 +47,6 @@ SidebarButton {
         size: 10
         weight: Font.Bold
         design: SoftFont.Monospaced
-        color: SoftTheme.primaryInk
     }
     SoftText {
         anchors.left: code.right

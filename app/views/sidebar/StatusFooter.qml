@@ -47,7 +47,6 @@ Item {
                 text: database.label
                 size: 9
                 weight: Font.DemiBold
-                color: SoftTheme.primaryInk
             }
         }
         SoftText {
