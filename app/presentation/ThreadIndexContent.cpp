@@ -15,12 +15,16 @@ constexpr double overscan = 80;
 
 void ThreadIndexContent::setIndex(ThreadIndexState *index) {
     m_index = index;
+    m_viewTop = index->lastTop();
     follow(*index);
 }
 
 void ThreadIndexContent::setViewTop(double top) {
     if (m_viewTop != top) {
         m_viewTop = top;
+        if (m_index && isLive()) {
+            m_index->setLastTop(top);
+        }
         showRows();
         emit viewTopChanged();
     }

@@ -3,6 +3,7 @@
 #include "app/presentation/FocusProject.h"
 #include "app/presentation/ModelObserver.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -61,6 +62,10 @@ public:
     std::shared_ptr<const std::vector<ThreadTimeGroup>> timeGroups() const { return m_groups; }
     Instant evaluatedAt() const { return m_evaluatedAt; }
 
+    /// How far down the list of these filters and this query was last read, in points.
+    double lastTop() const { return m_lastTops.value(m_contentIdentity + query()); }
+    void setLastTop(double top) { m_lastTops.insert(m_contentIdentity + query(), top); }
+
 private:
     void update() override;
     void countThreads();
@@ -74,6 +79,7 @@ private:
     std::shared_ptr<const std::vector<ThreadTimeGroup>> m_groups;
     Instant m_evaluatedAt;
     QString m_contentIdentity;
+    QHash<QString, double> m_lastTops;
 };
 
 } // namespace tallyview

@@ -53,6 +53,18 @@ private slots:
         QVERIFY(!f.model.selectedProject() && !f.text("重置筛选"));
     }
 
+    void aListIsFoundWhereItWasLeft() {
+        ShellFixture f(lately(40));
+        const auto top = [&f] { return f.item("ThreadList")->property("contentY").toReal(); };
+        f.press(Qt::Key_PageDown);
+        QTRY_VERIFY(top() > 300);
+        const qreal left = top();
+        f.click(f.text("全部"));
+        QCOMPARE(top(), 0.0);
+        f.click(f.text("进行中"));
+        QCOMPARE(top(), left);
+    }
+
     void replacedContentFadesAsItWas() {
         ShellFixture f(some(), {}, true);
         QTRY_COMPARE(f.items("ThreadList").size(), 1);

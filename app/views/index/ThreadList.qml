@@ -14,6 +14,7 @@ SoftScrollView {
     // The time line is left of the rows.
     readonly property real rowIndent: 31
     readonly property real sidePadding: 24
+    property bool placed: false
     readonly property int rowsRevision: content?.rowsRevision ?? 0
 
     // When both are replaced, the content is destroyed before the list.
@@ -22,10 +23,12 @@ SoftScrollView {
     onRowsRevisionChanged: ReadingOrder.sortByTop(contentItem)
     Component.onCompleted: {
         contentY = content.viewTop;
+        placed = true;
         ReadingOrder.sortByTop(contentItem);
     }
 
     Binding {
+        when: list.placed
         target: list.content
         property: "viewTop"
         value: list.contentY
