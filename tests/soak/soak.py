@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Refreshes beside agents that write, crash, lock, run out of room and replace their database.
+"""Refreshes beside agents that write, crash and replace their database.
 
     soak.py READER [SECONDS]    SECONDS (6) of each kind of trouble
 
@@ -9,12 +9,10 @@ and the first refresh after the trouble succeeds.
 """
 
 import contextlib
-import hashlib
 import multiprocessing
 import os
 import pathlib
 import random
-import resource
 import select
 import sqlite3
 import subprocess
@@ -31,8 +29,6 @@ COLUMNS = ("id, title, preview, cwd, source, model, reasoning_effort, git_branch
            " created_at, created_at_ms, updated_at, updated_at_ms, recency_at, recency_at_ms,"
            " archived, agent_role, agent_path, rollout_path")
 HANG_SECONDS = 120
-IDLE_REFRESHES = 500  # ten times, in each journal mode
-SLACK_BYTES = 65536  # a leak of 16 bytes a refresh is more
 BYSTANDERS = 600  # so many threads more that several batches are made of them
 LIVE = 6  # threads with a rollout file of their own
 
@@ -52,7 +48,6 @@ class Agent:
         self.name, self.journal, self.replaces = name, journal, replaces
         self.begun = RawValue("q", 0)  # number of the last transaction
         self.committed = RawValue("q", 0)  # number of the last that was committed
-        self.refused = RawValue("q", 0)
         self.runs = RawArray("b", LIVE)  # whether the last event of each thread started a task
         self.is_stopping = RawValue("b", 0)
         with contextlib.closing(self.connected(self.database)) as connection:
@@ -104,13 +99,9 @@ class Agent:
         random.seed()
         connection = self.connected(self.database)
         while not self.is_stopping.value:
-            try:
-                self.write(connection)
-                for _ in range(4):
-                    self.act(random.randrange(LIVE))
-            except (OSError, sqlite3.OperationalError):  # there is no room
-                self.refused.value += 1
-                connection.rollback()
+            self.write(connection)
+            for _ in range(4):
+                self.act(random.randrange(LIVE))
             time.sleep(random.random() / 50)
         self.write(connection)
         for index in range(LIVE):
@@ -176,9 +167,10 @@ class Reader:
         self.process = subprocess.Popen([program, database], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
 
-    def _ask(self, times):
+    def refresh(self):
+        """{id: (title, state)}, sorted, or the error."""
         with contextlib.suppress(BrokenPipeError):
-            self.process.stdin.write(b"%d\n" % times)
+            self.process.stdin.write(b"\n")
             self.process.stdin.flush()
         answer = b""
         while not answer.endswith(b"\n"):
@@ -188,19 +180,11 @@ class Reader:
             if not piece:
                 raise AssertionError(f"the reader ended: {self.process.wait()}")
             answer += piece
-        return answer.decode().rstrip("\n")
-
-    def refresh(self, times=1):
-        """{id: (title, state)}, sorted, or the error."""
-        line = self._ask(times)
+        line = answer.decode().rstrip("\n")
         if line and not line.startswith("\t"):
             return line
         rows = sorted(row.split(" ") for row in line.split("\t")[1:])
         return {name: (title, state) for name, title, state in rows}
-
-    def resources(self):
-        """The bytes it has allocated and the descriptors it holds."""
-        return int(self._ask(0)), len(os.listdir(f"/proc/{self.process.pid}/fd"))
 
     def close(self):
         self.process.stdin.close()
@@ -221,16 +205,16 @@ class Scene:
         self.lists = self.errors = 0
         self.is_at_work = False
 
-    def refresh(self, *explained, times=1):
+    def refresh(self, *explained):
         """A refresh; only an error that the trouble explains may come instead of a list."""
         before = [each.committed.value for each in self.agents]
-        answer = self.reader.refresh(times)
+        answer = self.reader.refresh()
         if isinstance(answer, str):
             self.errors += 1
             if answer not in explained:
                 raise AssertionError(answer)
             return
-        self.lists += times
+        self.lists += 1
         for each, committed in zip(self.agents, before):
             rows = {name: row for name, row in answer.items() if name.startswith(each.name)}
             if complaint := each.complaint(rows, committed, self.is_at_work):
@@ -274,63 +258,16 @@ def killed(scene, seconds):
             victim.start()
 
 
-def locked(scene, seconds):
-    with contextlib.closing(sqlite3.connect(scene.database, isolation_level=None)) as holder:
-        holder.execute("BEGIN EXCLUSIVE")
-        scene.refresh_for(max(seconds, 10), LOCKED)
-        if scene.lists:
-            raise AssertionError("the lock was not felt")
-    scene.refresh()
-
-
-def full(scene, seconds):
-    """There is room for the database, but none for a log of its size."""
-    room, endless = scene.database.stat().st_size + 20_000, resource.RLIM_INFINITY
-    with scene.agents_at_work():
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            for limit in room, endless:
-                for each in scene.agents:
-                    resource.prlimit(each.process.pid, resource.RLIMIT_FSIZE, (limit, endless))
-                scene.refresh_for(0.3, LOCKED, UNRECOVERED)
-    if not all(each.refused.value for each in scene.agents):
-        raise AssertionError("there was room")
-
-
 def replaced(scene, seconds):
     with scene.agents_at_work():
         scene.refresh_for(seconds, LOCKED, VANISHED, MISSING + str(scene.database))
 
 
-def idle(scene, _seconds):
-    """Nothing changes, not by the reader either, and it keeps nothing."""
-    held = scene.agents[0].connected(scene.database)  # so that the log stays
-    held.execute("SELECT count(*) FROM threads").fetchone()
-    working(scene, 0.5)
-
-    def fingerprint():
-        return {path: hashlib.sha256(path.read_bytes()).digest()
-                for path in scene.home.iterdir() if not path.name.endswith("-shm")}
-
-    scene.refresh(times=IDLE_REFRESHES)
-    files, (memory, descriptors) = fingerprint(), scene.reader.resources()
-    for _ in range(10):
-        scene.refresh(times=IDLE_REFRESHES)
-    memory_now, descriptors_now = scene.reader.resources()
-    if fingerprint() != files:
-        raise AssertionError("a file has changed")
-    if descriptors_now != descriptors or memory_now > memory + SLACK_BYTES:
-        raise AssertionError(f"{descriptors} -> {descriptors_now} descriptors, "
-                             f"{memory} -> {memory_now} bytes")
-    held.close()
-
-
 def main(program, seconds="6"):
     for act, journal, options in [
             (working, "WAL", {}), (working, "DELETE", {}), (killed, "WAL", {}),
-            (killed, "DELETE", {}), (locked, "DELETE", {}), (full, "WAL", {}),
-            (replaced, "DELETE", {"agents": 1, "replaces": True}), (idle, "WAL", {}),
-            (idle, "DELETE", {})]:
+            (killed, "DELETE", {}),
+            (replaced, "DELETE", {"agents": 1, "replaces": True})]:
         with tempfile.TemporaryDirectory(prefix="tallyview-soak-") as folder:
             scene = Scene(program, pathlib.Path(folder), journal, **options)
             act(scene, float(seconds))
