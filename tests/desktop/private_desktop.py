@@ -247,11 +247,10 @@ def walk(item):
             yield from walk(child)
 
 
-def picture(x, y, width, height):
-    """A stretch of the screen, three bytes for each point."""
-    return subprocess.run(["import", "-silent", "-window", "root", "-crop",
-                           f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
-                          check=True, capture_output=True).stdout
+def pixel(x, y):
+    """The colour of a point of the screen, as six hexadecimal digits."""
+    return subprocess.run(["import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}",
+                           "-depth", "8", "rgb:-"], check=True, capture_output=True).stdout.hex()
 
 
 def main_window():

@@ -13,15 +13,6 @@
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
-
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_DrawingPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ModelPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_PresentationPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ShellPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ThemePlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ViewsPlugin)
 
 namespace tallyview::test {
 
