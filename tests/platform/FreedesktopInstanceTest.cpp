@@ -1,12 +1,15 @@
 #include "app/platform/FreedesktopInstance.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusContext>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 
+#include <atomic>
 #include <future>
 #include <memory>
 
@@ -42,6 +45,37 @@ QString startAnother(const QString &token = {}) {
 
 } // namespace
 
+/// Another process that has the name and never answers.
+class SilentApplication : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    SilentApplication() {
+        busOf("first").registerObject("/org/orvik/Tallyview", this,
+                                      QDBusConnection::ExportAllSlots);
+        busOf("first").registerService(name);
+        moveToThread(&m_process);
+        m_process.start();
+    }
+    ~SilentApplication() override {
+        m_process.quit();
+        m_process.wait();
+    }
+
+    Q_SLOT void Activate(const QVariantMap &) {
+        setDelayedReply(true);
+        if (endsWhenAsked) {
+            QTimer::singleShot(0, this, [] { QDBusConnection::disconnectFromBus("first"); });
+        }
+    }
+
+    std::atomic<bool> endsWhenAsked = false;
+
+private:
+    QThread m_process;
+};
+
 class FreedesktopInstanceTest : public QObject {
     Q_OBJECT
 
@@ -67,18 +101,13 @@ private slots:
     }
 
     void doesNotJoinOneThatDoesNotAnswer() {
-        QObject silent; // as is all on this thread while it waits
-        busOf("first").registerObject("/org/orvik/Tallyview", &silent);
-        busOf("first").registerService(name);
+        SilentApplication silent;
         QElapsedTimer time;
         time.start();
         QVERIFY(text(FreedesktopInstance(busOf("launcher"), 200ms).claim(""))
                     .startsWith("error: Did not receive a reply"));
         QVERIFY(time.elapsed() < 5'000);
-        const auto ending = std::async(std::launch::async, [] {
-            QThread::msleep(300); // it has been asked by then
-            QDBusConnection::disconnectFromBus("first");
-        });
+        silent.endsWhenAsked = true;
         QCOMPARE(text(FreedesktopInstance(busOf("launcher"), 5s).claim("")), "primary");
     }
 

@@ -202,8 +202,9 @@ private slots:
         QCOMPARE(f.titleBar(), "Orvik Tallyview 最小化 最大化 关闭");
         const std::pair<const char *, const char *> cases[] = {
             {"close,minimize:appmenu", "关闭 最小化 Orvik Tallyview"},
-            {"maximize:close", "最大化 Orvik Tallyview 关闭"},
-            {"appmenu", "Orvik Tallyview"}};
+            {"icon:minimize, maximize ,spacer,close", "Orvik Tallyview 最小化 最大化 关闭"},
+            {"close,close:maximize,close", "关闭 Orvik Tallyview 最大化"},
+            {":", "Orvik Tallyview"}};
         for (const auto &[layout, shown] : cases) {
             f.system.setWindowButtons(layout);
             f.settle();
