@@ -3,7 +3,6 @@ of it assistive technology sees. Everything lives in one temporary folder."""
 
 import contextlib
 import ctypes
-import glob
 import os
 import pathlib
 import re
@@ -20,15 +19,6 @@ from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 BINARIES = os.environ["TALLYVIEW_BINARIES"]
 PROGRAM = BINARIES + "/orvik-tallyview"
-
-# Notification daemons: their command, the class of their notices, and which click follows one: the
-# mouse's button, and the place to the left of a notice's lower right corner and above it.
-DAEMONS = {
-    "dunst": (["dunst", "-conf", "dunstrc"], "Dunst", "2", (20, 20)),
-    # On the button with the action's name; the rest of the notice closes it.
-    "xfce4-notifyd": (glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"), "Xfce4-notifyd", "1",
-                      (45, 30)),
-}
 
 
 def until(condition, what, seconds=20):
@@ -103,7 +93,7 @@ class Desktop:
         self.await_refresh()
 
     def run_application(self, *arguments, **more):
-        """Starts it a second time; its exit code, standard output and standard error."""
+        """Runs it to its end; its exit code, standard output and standard error."""
         ended = subprocess.run([PROGRAM, *arguments], env=self.environment | more,
                                capture_output=True, text=True, timeout=10)
         return ended.returncode, ended.stdout, ended.stderr
@@ -158,29 +148,26 @@ class Desktop:
 
     # The notification daemon and the application that links lead to.
 
-    def start_daemon(self, name="dunst"):
-        command, *self.daemon = DAEMONS[name]
+    def start_daemon(self):
         script = self.write("notice", '#!/bin/sh\nprintf "%s\\n%s\\0" "$DUNST_SUMMARY" '
                             f'"$DUNST_BODY" >>{self.home}/notices\n', 0o755)
         self.write("dunstrc", f"[global]\nmarkup = full\n[every]\nscript = {script}\n")
-        self.start("daemon", *command)
-        until(lambda: call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner",
-                           GLib.Variant("(s)", ("org.freedesktop.Notifications",))),
-              "the notification daemon")
+        self.start("daemon", "dunst", "-conf", "dunstrc")
+        subprocess.run(["gdbus", "wait", "--session", "--timeout=20",
+                        "org.freedesktop.Notifications"], check=True)
 
-    def notice_windows(self):
+    @staticmethod
+    def notice_windows():
         """The windows of the notices on the screen."""
-        return xdotool("search", "--onlyvisible", "--class", f"^{self.daemon[0]}$")
+        return xdotool("search", "--onlyvisible", "--class", "^Dunst$")
 
     def click_notice(self):
         [window, *_] = until(self.notice_windows, "the notice on the screen")
-        size = until(lambda: geometry_at_rest(window), "the notice in its place")
-        _, button, (left, above) = self.daemon
-        xdotool("mousemove", "--window", window, str(int(size["WIDTH"]) - left),
-                str(int(size["HEIGHT"]) - above), "sleep", "0.3", "click", button)
+        middle_button = "2"
+        xdotool("mousemove", "--window", window, "20", "20", "sleep", "0.3", "click", middle_button)
 
     def notices(self):
-        """Every notice so far, as dunst got it: its summary, and its body from the next line on."""
+        """Every notice so far, as the daemon got it: its summary, its body from the next line on."""
         return self.read("notices").split("\0")[:-1]
 
     def handle_links(self):
@@ -260,19 +247,10 @@ def walk(item):
             yield from walk(child)
 
 
-def picture(x, y, width, height):
-    """A stretch of the screen, three bytes for each point."""
-    return subprocess.run(["import", "-silent", "-window", "root", "-crop",
-                           f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
-                          check=True, capture_output=True).stdout
-
-
-def geometry_at_rest(window):
-    """Place and size of a window that has stopped moving and growing, or None."""
-    first = xdotool("getwindowgeometry", "--shell", window)
-    time.sleep(0.3)
-    return xdotool("getwindowgeometry", "--shell", window) == first and dict(
-        line.split("=") for line in first)
+def pixel(x, y):
+    """The colour of a point of the screen, as six hexadecimal digits."""
+    return subprocess.run(["import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}",
+                           "-depth", "8", "rgb:-"], check=True, capture_output=True).stdout.hex()
 
 
 def main_window():

@@ -13,15 +13,6 @@
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
-
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_DrawingPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ModelPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_PresentationPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ShellPlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ThemePlugin)
-Q_IMPORT_QML_PLUGIN(Orvik_Tallyview_ViewsPlugin)
 
 namespace tallyview::test {
 
@@ -76,7 +67,7 @@ public:
         m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         m_engine.setInitialProperties({{"model", QVariant::fromValue(&model)},
                                        {"commands", QVariant::fromValue(&m_commands)},
-                                       {"appearance", QVariant::fromValue(&m_appearance)},
+                                       {"appearance", QVariant::fromValue(&appearance)},
                                        {"chrome", QVariant::fromValue(&chrome)},
                                        {"layout", QVariant::fromValue(&layout)},
                                        {"workspace", QVariant::fromValue(&workspace)}});
@@ -95,6 +86,15 @@ public:
         settle();
     }
 
+    /// Which of the rows' marks pulse, one "1" or "0" for each.
+    QString pulses() const {
+        QString result;
+        for (const QQuickItem *mark : items("TaskStatusMark")) {
+            result += mark->childItems().last()->opacity() < 1 ? '1' : '0';
+        }
+        return result;
+    }
+
     /// The agent now has exactly these threads, and the window shows them.
     void show(const std::vector<Sample> &samples) {
         ModelFixture::show(samples);
@@ -104,12 +104,8 @@ public:
     ChosenAppearance system;
     LayoutSettings layout{defaults};
     Workspace workspace{model, layout};
-
-private:
-    WindowAppearance m_appearance{layout, system};
-
-public:
-    WindowChrome chrome{m_appearance, system};
+    WindowAppearance appearance{layout, system};
+    WindowChrome chrome{appearance, system};
 
 private:
     SilentCenter m_center;

@@ -1,10 +1,7 @@
-#include "app/shell/WindowKeeper.h"
-
 #include "app/shell/WindowFrame.h"
+#include "app/shell/WindowKeeper.h"
 #include "app/theme/SoftTheme.h"
 #include "tests/shell/ShellFixture.h"
-
-#include <algorithm>
 
 using namespace tallyview;
 using namespace tallyview::test;
@@ -35,19 +32,35 @@ QString frameIn(const UserDefaults &defaults) {
     return defaults.stringList("windowFrame").value_or(QStringList()).join(u' ');
 }
 
-qsizetype pulsingRows(const ShellFixture &f) {
-    return std::ranges::count_if(f.items("TaskStatusMark"), [](const QQuickItem *mark) {
-        return mark->childItems().last()->opacity() < 1;
-    });
-}
+/// The window on a shell that leaves the frame to it, small enough for the screen of these tests.
+struct Framed : ShellFixture {
+    Framed() : ShellFixture({{.id = "a"}}) {
+        window->setProperty("leastWidth", 500);
+        window->setProperty("leastHeight", 300);
+        chrome.draw();
+        settle();
+    }
+
+    /// The title bar's texts and buttons from left to right.
+    QString titleBar() const {
+        QMap<qreal, QString> pieces{{rect(text("Orvik Tallyview")).x(), "Orvik Tallyview"}};
+        for (const QQuickItem *button : items("SoftIconButton")) {
+            if (item("TitleBar")->isAncestorOf(button)) {
+                pieces[rect(button).x()] = button->property("label").toString();
+            }
+        }
+        return QStringList(pieces.values()).join(u' ');
+    }
+    QPoint title() const { return rect(text("Orvik Tallyview")).center().toPoint(); }
+};
 
 } // namespace
 
-class WindowKeeperTest : public QObject {
+/// The window's place and its frame.
+class WindowTest : public QObject {
     Q_OBJECT
 
 private slots:
-
     void fitsTheScreen() {
         // Two screens side by side, the first with a panel on top.
         const QList<QRect> screens{QRect(0, 30, 1000, 770), QRect(1000, 0, 2000, 1600)};
@@ -80,7 +93,19 @@ private slots:
             QVERIFY(resized.count() || resized.wait());
             QVERIFY(first.window.close()); // at once, before it has settled
         }
-        QCOMPARE(Kept(defaults).frame(), QRect(60, 70, 430, 330));
+        Kept next(defaults);
+        QCOMPARE(next.frame(), QRect(60, 70, 430, 330));
+        next.window.showMaximized();
+        QTRY_COMPARE(defaults.text("windowMaximized"), "true");
+        QVERIFY(next.frame().width() > 700);
+        QVERIFY(next.window.close());
+        next.keeper.present({});
+        QCOMPARE(next.window.visibility(), QWindow::Maximized);
+        Kept last(defaults);
+        QCOMPARE(last.window.visibility(), QWindow::Maximized);
+        QCOMPARE(frameIn(defaults), "60 70 430 330");
+        last.window.showNormal();
+        QTRY_COMPARE(defaults.text("windowMaximized"), "false");
     }
 
     void remembersNoTitleBar() {
@@ -95,26 +120,6 @@ private slots:
         QVERIFY(kept.window.close());
         kept.keeper.present({});
         QCOMPARE(kept.frame().height(), height);
-    }
-
-    void remembersThatItWasMaximized() {
-        MemoryDefaults defaults;
-        {
-            Kept first(defaults);
-            first.window.setGeometry(60, 70, 420, 320);
-            QTRY_COMPARE(frameIn(defaults), "60 70 420 320");
-            first.window.showMaximized();
-            QTRY_COMPARE(defaults.text("windowMaximized"), "true");
-            QVERIFY(first.frame().width() > 700);
-            QVERIFY(first.window.close());
-            first.keeper.present({});
-            QCOMPARE(first.window.visibility(), QWindow::Maximized);
-        }
-        Kept next(defaults);
-        QCOMPARE(next.window.visibility(), QWindow::Maximized);
-        QCOMPARE(frameIn(defaults), "60 70 420 320");
-        next.window.showNormal();
-        QTRY_COMPARE(defaults.text("windowMaximized"), "false");
     }
 
     void ignoresADamagedFrame() {
@@ -162,11 +167,84 @@ private slots:
             QVERIFY(QTest::qWaitForWindowActive(f.window));
             f.settle();
         }
-        QTRY_COMPARE(pulsingRows(f), 5);
+        QTRY_COMPARE(f.pulses(), "11111");
         f.press(Qt::Key_Down);
         QCOMPARE(f.selected(), "2");
     }
+
+    void theFrameFollowsTheState() {
+        const ShellFixture shell({{.id = "a"}});
+        QVERIFY(!shell.item("TitleBar") && !shell.item("WindowRim"));
+        QCOMPARE(shell.window->size(), QSize(1440, 930));
+
+        const Framed f;
+        QCOMPARE(f.rect(f.item("AppMenuBar")), QRectF(0, 38, 1440, 30));
+        QCOMPARE(f.rect(f.item("ContentView")), QRectF(0, 68, 1440, 900));
+        QCOMPARE(f.window->minimumSize(), QSize(500, 368));
+        QVERIFY(f.window->flags().testFlag(Qt::FramelessWindowHint));
+        const std::tuple<Qt::WindowStates, bool, bool> cases[] = {
+            {Qt::WindowMaximized, true, false},
+            {Qt::WindowFullScreen | Qt::WindowMaximized, false, false},
+            {Qt::WindowNoState, true, true}};
+        for (const auto &[states, hasTitleBar, hasRim] : cases) {
+            f.window->setWindowStates(states);
+            f.settle();
+            QCOMPARE(f.item("TitleBar") != nullptr, hasTitleBar);
+            QCOMPARE(f.item("WindowRim") != nullptr, hasRim);
+            const QRect window(QPoint(), f.window->size());
+            QCOMPARE(f.rect(f.item("ContentView")),
+                     window.adjusted(0, hasTitleBar ? 68 : 30, 0, 0));
+        }
+    }
+
+    void theDesktopChoosesTheButtons() {
+        Framed f;
+        QCOMPARE(f.titleBar(), "Orvik Tallyview 最小化 最大化 关闭");
+        const std::pair<const char *, const char *> cases[] = {
+            {"close,minimize:appmenu", "关闭 最小化 Orvik Tallyview"},
+            {"icon:minimize, maximize ,spacer,close", "Orvik Tallyview 最小化 最大化 关闭"},
+            {"close,close:maximize,close", "关闭 Orvik Tallyview 最大化"},
+            {":", "Orvik Tallyview"}};
+        for (const auto &[layout, shown] : cases) {
+            f.system.setWindowButtons(layout);
+            f.settle();
+            QCOMPARE(f.titleBar(), shown);
+        }
+    }
+
+    void everyWayToAState() {
+        const Framed f;
+        f.click(f.button("最大化"));
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        f.click(f.button("还原"));
+        QCOMPARE(f.window->visibility(), QWindow::Windowed);
+        QTest::mouseDClick(f.window, Qt::LeftButton, {}, f.title());
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        QTest::mouseClick(f.window, Qt::RightButton, {}, f.title());
+        QTRY_COMPARE(f.items("SoftMenuItem").size(), 3);
+        f.click(f.items("SoftMenuItem")[0]);
+        QCOMPARE(f.window->visibility(), QWindow::Windowed);
+        f.click(f.button("最小化"));
+        QCOMPARE(f.window->visibility(), QWindow::Minimized);
+        f.window->showNormal();
+        f.click(f.button("关闭"));
+        QVERIFY(!f.window->isVisible());
+    }
+
+    void theKeyboardReachesTheButtonsFirst() {
+        const Framed f;
+        f.window->contentItem()->forceActiveFocus();
+        for (const char *label : {"最小化", "最大化", "关闭", "切换到专注模式"}) {
+            f.press(Qt::Key_Tab);
+            QCOMPARE(f.window->activeFocusItem(), f.button(label));
+        }
+        f.press(Qt::Key_Backtab);
+        f.press(Qt::Key_Backtab);
+        f.press(Qt::Key_Space);
+        QCOMPARE(f.window->visibility(), QWindow::Maximized);
+        QCOMPARE(f.window->activeFocusItem(), f.button("还原"));
+    }
 };
 
-QTEST_MAIN(WindowKeeperTest)
-#include "WindowKeeperTest.moc"
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"
