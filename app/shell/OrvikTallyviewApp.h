@@ -19,7 +19,6 @@
 
 #include <QQmlApplicationEngine>
 
-#include <filesystem>
 #include <optional>
 
 namespace tallyview {
@@ -40,9 +39,6 @@ public:
     /// To be called when the event loop has ended. Ends the process here and now, with all settings
     /// written, where the background reading waits for something that may never come.
     void finish(int status);
-
-    /// Where the agent keeps its state, in the current user's home directory.
-    static std::filesystem::path databaseURL();
 
 private:
     bool loadWindow();
