@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 #include <cerrno>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -27,6 +28,9 @@ void Output::write(std::string_view bytes) {
         const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EAGAIN) { // whoever shares the terminal asked it not to wait
+            pollfd wanted{.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0};
+            poll(&wanted, 1, -1);
         } else if (errno != EINTR) {
             m_error = errno;
         }

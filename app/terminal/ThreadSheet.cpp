@@ -12,15 +12,21 @@ namespace tallyview {
 namespace {
 
 constexpr std::size_t indent = 2;
+constexpr std::size_t narrowestValue = 8;
 
 std::string text(const QString &shown) { return terminalText(shown.toStdString()); }
 
-/// Adds `text` behind `label`, which is padded to `labelColumns`, and its further lines below it.
+/// Adds `text` behind `label`, which is padded to `labelColumns`, and its further lines below it;
+/// where that leaves little room, all of it below the label.
 void addWrapped(std::vector<std::string> &lines, const std::string &label, std::size_t labelColumns,
                 std::string_view text, std::size_t columns) {
     std::string start = paddedTo(label, labelColumns);
-    const std::size_t left = columns - std::min(columns - 1, labelColumns);
-    for (const std::string_view piece : wrappedAt(text, left)) {
+    if (columns < labelColumns + narrowestValue) {
+        lines.push_back(cutTo(label, columns));
+        labelColumns = indent;
+        start.assign(indent, ' ');
+    }
+    for (const std::string_view piece : wrappedAt(text, columns - labelColumns)) {
         lines.push_back(start + std::string(piece));
         start.assign(labelColumns, ' ');
     }

@@ -8,8 +8,8 @@
 
 namespace tallyview {
 
-/// One thread in lines of at most `columns`: title, state, properties and preview. Each line that a
-/// text goes on in is indented, so that none passes for another property.
+/// One thread in lines of at most `columns`, ten at least: title, state, properties and preview.
+/// Each line that a text goes on in is indented, so that none passes for another property.
 std::vector<std::string> sheetLines(const ThreadDetail &detail, std::size_t columns, Paint paint);
 
 } // namespace tallyview

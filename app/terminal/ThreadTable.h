@@ -11,7 +11,7 @@ namespace tallyview {
 
 /// What a table of threads has to fit in, and how it looks.
 struct TableStyle {
-    std::size_t columns; ///< two at least
+    std::size_t columns; ///< ten at least
     Paint paint;
 };
 
