@@ -6,6 +6,7 @@ HOMES holds the sample homes that scripts/bench writes. A display and a session 
 """
 
 import os
+import shutil
 import statistics
 import subprocess
 import sys
@@ -73,6 +74,23 @@ class Bench:
                 line.split("\t") for line in output.splitlines()):
             yield Row(f"{what}, {label}", against, float(reach), float(ours), float(theirs), unit)
 
+    def milliseconds(self, home, program, *arguments):
+        start = time.monotonic()
+        self.run(home, program, *arguments)
+        return (time.monotonic() - start) * 1000
+
+    def terminal_rows(self, rounds, refresh):
+        """The terminal's program from its start to its end; `refresh` is what one takes in itself."""
+        def median(home, program, *arguments):
+            return statistics.median(self.milliseconds(home, program, *arguments)
+                                     for _ in range(rounds))
+        yield Row("tallyview status, one thread", "sqlite3 --version and 30 ms", 1,
+                  median("one", "tallyview", "status"),
+                  median("one", shutil.which("sqlite3"), "--version") + 30, "ms")
+        for arguments in [], ["--all"]:
+            yield Row(" ".join(["tallyview", *arguments]) + ", 20,000 threads", "listThreads()", 1.3,
+                      median("20000", "tallyview", *arguments), refresh, "ms")
+
     def sides(self, home, mode, amount, rounds):
         """The numbers of each run of each side, the sides in turn. The first start fills caches."""
         runs = {"app": [], "bare": [], "plain": []}
@@ -99,7 +117,10 @@ class Bench:
         script = Path(__file__).with_name("list_threads.py")
         few = 3 if self.quick else 9
         for home, label in ("2000", "2,000 threads"), ("20000", "20,000 threads"):
-            yield from self.program_rows(home, label, "CoreBench", self.homes / home, few, script)
+            core_rows = list(
+                self.program_rows(home, label, "CoreBench", self.homes / home, few, script))
+            yield from core_rows
+        yield from self.terminal_rows(2 * few, core_rows[0].ours)
         yield from self.program_rows("20000", "20,000 threads", "ModelBench",
                                      self.homes / "20000", 2 * few)
         yield from self.window_rows("2000", "start", 0, few,

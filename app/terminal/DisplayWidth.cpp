@@ -23,6 +23,9 @@ int columnsOf(int codePoint) {
     if (codePoint < 0x300) {
         return 1;
     }
+    if (codePoint >= 0x4E00 && codePoint < 0xA000) {
+        return 2; // Han, without a look at any table
+    }
     const auto type = u_charType(codePoint);
     if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || isInnerJamo(codePoint)) {
         return 0;
@@ -54,6 +57,9 @@ std::string_view fittingPrefix(std::string_view text, std::size_t columns) {
 }
 
 std::string cutTo(std::string_view text, std::size_t columns) {
+    if (text.size() <= columns) {
+        return std::string(text); // no character takes more columns than bytes
+    }
     const std::string_view fitting = fittingPrefix(text, columns);
     if (fitting.size() == text.size() || columns == 0) {
         return std::string(fitting);

@@ -34,7 +34,7 @@ std::string quoted(std::string_view text) {
         } else if (actsOnTerminal(codePoint)) {
             appendEscaped(result, static_cast<unsigned>(codePoint));
         } else {
-            result += text.substr(at, codePointLength(text, at));
+            result.append(text, at, codePointLength(text, at));
         }
     }
     return result + '"';
