@@ -27,17 +27,20 @@ void appendEscaped(std::string &result, unsigned codePoint) {
 
 std::string quoted(std::string_view text) {
     std::string result = "\"";
+    std::size_t begin = 0; // of what is not yet written
     for (std::size_t at = 0; at < text.size(); at += codePointLength(text, at)) {
         const int codePoint = codePointAt(text, at);
         if (codePoint == '"' || codePoint == '\\') {
-            result += {'\\', text[at]};
+            result.append(text, begin, at - begin).append({'\\', text[at]});
         } else if (actsOnTerminal(codePoint)) {
+            result.append(text, begin, at - begin);
             appendEscaped(result, static_cast<unsigned>(codePoint));
         } else {
-            result.append(text, at, codePointLength(text, at));
+            continue;
         }
+        begin = at + codePointLength(text, at);
     }
-    return result + '"';
+    return result.append(text, begin) + '"';
 }
 
 } // namespace

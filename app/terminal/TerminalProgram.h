@@ -42,7 +42,8 @@ private:
     Arguments m_arguments;
     Output m_output;
     Paint m_paint;
-    IniUserDefaults m_defaults;
+    IniUserDefaults m_defaults{IniUserDefaults::defaultFilePath(), nullptr,
+                               IniUserDefaults::Changes::ignored};
     DesktopUrlOpener m_urlOpener;
     NoPasteboard m_pasteboard;
     DashboardModel m_model;

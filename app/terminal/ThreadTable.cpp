@@ -1,5 +1,7 @@
 #include "app/terminal/ThreadTable.h"
 
+#include "app/presentation/DisplayText.h"
+#include "app/presentation/ThreadFormatting.h"
 #include "app/presentation/ThreadRows.h"
 #include "app/terminal/DisplayWidth.h"
 #include "app/terminal/TerminalText.h"
@@ -34,11 +36,16 @@ struct Block {
 
 std::string text(const QString &shown) { return terminalText(shown.toStdString()); }
 
-Row rowOf(const ThreadRecord &thread, const TaskRow &shown, const ShortIDs &ids) {
-    return {.cells = {text(shown.stateLabel), terminalText(ids.of(thread.id())), text(shown.age),
+Row rowOf(const ThreadRecord &thread, Instant now, const UtcOffset &utcOffset,
+          const ShortIDs &ids) {
+    const bool isRunning = matches(thread, TaskStatusFilter::running);
+    return {.cells = {std::string(
+                          title(isRunning ? ThreadRunState::running : ThreadRunState::completed)),
+                      terminalText(ids.of(thread.id())),
+                      text(ThreadFormatting::relative(thread->updatedAt, now, utcOffset)),
                       cutTo(terminalText(thread->project), widestProject)},
-            .title = text(shown.title),
-            .active = shown.active};
+            .title = text(DisplayText::oneLine(thread->title)),
+            .active = isRunning};
 }
 
 std::vector<Block> blocksOf(const Listing &listing, const ShortIDs &ids, const UtcOffset &utcOffset,
@@ -55,8 +62,7 @@ std::vector<Block> blocksOf(const Listing &listing, const ShortIDs &ids, const U
                 break;
             }
             --limit;
-            const TaskRow shown = taskRow(thread, group, listing.evaluatedAt, utcOffset);
-            block.rows.push_back(rowOf(thread, shown, ids));
+            block.rows.push_back(rowOf(thread, listing.evaluatedAt, utcOffset, ids));
         }
         blocks.push_back(std::move(block));
     }
