@@ -30,11 +30,9 @@ std::optional<std::string> isoTime(std::optional<Instant> time, const UtcOffset 
 
 JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model) {
     const UtcOffset utcOffset = model.environment().utcOffset();
-    const bool isRunning = matches(thread, TaskStatusFilter::running);
-    const auto state = isRunning ? ThreadRunState::running : ThreadRunState::completed;
     JsonObject json;
     json.add("id", thread.id())
-        .add("state", rawValue(state))
+        .add("state", rawValue(stateOf(thread)))
         .add("title", thread->title)
         .add("preview", thread->preview)
         .add("project", thread->project)

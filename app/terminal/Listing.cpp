@@ -2,6 +2,11 @@
 
 namespace tallyview {
 
+ThreadRunState stateOf(const ThreadRecord &thread) {
+    return matches(thread, TaskStatusFilter::running) ? ThreadRunState::running
+                                                      : ThreadRunState::completed;
+}
+
 void applyFilters(DashboardModel &model, const Arguments &arguments) {
     if (arguments.status) {
         model.setStatusFilter(*arguments.status);

@@ -13,6 +13,9 @@ struct Listing {
     Instant evaluatedAt;
 };
 
+/// As which a thread counts: an archived one as completed.
+ThreadRunState stateOf(const ThreadRecord &thread);
+
 /// Hands the filters that `arguments` name to the model; the others stay.
 void applyFilters(DashboardModel &model, const Arguments &arguments);
 

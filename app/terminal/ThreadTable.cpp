@@ -25,7 +25,7 @@ constexpr std::array dispensable{project, age, id, state};
 struct Row {
     std::array<std::string, columnCount> cells;
     std::string title;
-    bool active;
+    bool isRunning;
 };
 
 struct Block {
@@ -38,14 +38,12 @@ std::string text(const QString &shown) { return terminalText(shown.toStdString()
 
 Row rowOf(const ThreadRecord &thread, Instant now, const UtcOffset &utcOffset,
           const ShortIDs &ids) {
-    const bool isRunning = matches(thread, TaskStatusFilter::running);
-    return {.cells = {std::string(
-                          title(isRunning ? ThreadRunState::running : ThreadRunState::completed)),
-                      terminalText(ids.of(thread.id())),
+    const ThreadRunState runState = stateOf(thread);
+    return {.cells = {std::string(title(runState)), terminalText(ids.of(thread.id())),
                       text(ThreadFormatting::relative(thread->updatedAt, now, utcOffset)),
                       cutTo(terminalText(thread->project), widestProject)},
             .title = text(DisplayText::oneLine(thread->title)),
-            .active = isRunning};
+            .isRunning = runState == ThreadRunState::running};
 }
 
 std::vector<Block> blocksOf(const Listing &listing, const ShortIDs &ids, const UtcOffset &utcOffset,
@@ -100,7 +98,7 @@ Widths widthsFor(const std::vector<Block> &blocks, std::size_t columns) {
 }
 
 std::string lineOf(const Row &row, const Widths &widths, const TableStyle &style) {
-    std::string mark = row.active ? "● " : "○ ";
+    std::string mark = row.isRunning ? "● " : "○ ";
     if (widths[state] > 0) {
         mark += paddedTo(row.cells[state], widths[state] + gap);
     }
@@ -110,7 +108,7 @@ std::string lineOf(const Row &row, const Widths &widths, const TableStyle &style
             beforeTitle += paddedTo(row.cells[column], widths[column] + gap);
         }
     }
-    return style.paint(mark, row.active ? Tone::running : Tone::faint) +
+    return style.paint(mark, row.isRunning ? Tone::running : Tone::faint) +
            style.paint(beforeTitle, Tone::faint) +
            cutTo(row.title, style.columns - widthBeforeTitle(widths));
 }

@@ -75,20 +75,21 @@ void Watch::writeChanges() {
     const auto visible =
         m_model.visibleThreads(m_model.currentCutoffs(), recencyOf(m_model, m_arguments));
     for (const ThreadRecord &thread : visible) {
-        const bool isRunning = matches(thread, TaskStatusFilter::running);
+        const bool isRunning = stateOf(thread) == ThreadRunState::running;
         if (m_running && isRunning != m_running->contains(thread.id())) {
-            writeChange(thread, isRunning);
+            writeChange(thread);
         }
     }
     m_running.emplace();
     for (const ThreadRecord &thread : m_model.threads()) {
-        if (matches(thread, TaskStatusFilter::running)) {
+        if (stateOf(thread) == ThreadRunState::running) {
             m_running->insert(thread.id());
         }
     }
 }
 
-void Watch::writeChange(const ThreadRecord &thread, bool hasStarted) {
+void Watch::writeChange(const ThreadRecord &thread) {
+    const bool hasStarted = stateOf(thread) == ThreadRunState::running;
     const Instant now = m_model.environment().now();
     const UtcOffset utcOffset = m_model.environment().utcOffset();
     if (m_arguments.json) {
@@ -101,10 +102,9 @@ void Watch::writeChange(const ThreadRecord &thread, bool hasStarted) {
         return;
     }
     const std::string time = ThreadFormatting::full(now, utcOffset).toStdString();
-    const auto state = hasStarted ? ThreadRunState::running : ThreadRunState::completed;
-    m_output.write(time + "  " + m_paint(title(state), hasStarted ? Tone::running : Tone::faint) +
-                   "  " + terminalText(thread->project) + "  " + terminalText(thread->title) +
-                   "\n");
+    m_output.write(
+        time + "  " + m_paint(title(stateOf(thread)), hasStarted ? Tone::running : Tone::faint) +
+        "  " + terminalText(thread->project) + "  " + terminalText(thread->title) + "\n");
 }
 
 } // namespace tallyview

@@ -30,7 +30,7 @@ private:
     void showRefresh();
     void draw();
     void writeChanges();
-    void writeChange(const ThreadRecord &thread, bool hasStarted);
+    void writeChange(const ThreadRecord &thread);
 
     DashboardModel &m_model;
     const Arguments &m_arguments;
