@@ -1,8 +1,9 @@
 // Reading all threads of a home, and masking their texts, against floors that do nothing else.
 //
 //   CoreBench HOME ROUNDS SCRIPT
+//   CoreBench HOME
 //
-// SCRIPT is list_threads.py.
+// SCRIPT is list_threads.py. The second form reads once and ends.
 
 #include "core/OrvikThreadStore.h"
 #include "core/TextSanitizer.h"
@@ -139,11 +140,14 @@ void benchSanitizer(const std::string &database, int rounds) {
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc != 4) {
-        std::fprintf(stderr, "Usage: CoreBench HOME ROUNDS SCRIPT\n");
+    if (argc != 2 && argc != 4) {
+        std::fprintf(stderr, "Usage: CoreBench HOME [ROUNDS SCRIPT]\n");
         return EXIT_FAILURE;
     }
     const std::string database = std::string(argv[1]) + "/.orvik/state_5.sqlite";
+    if (argc == 2) {
+        return OrvikThreadStore(database).listThreads() ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     const int rounds = std::atoi(argv[2]);
     benchStore(database, rounds, argv[3]);
     benchSanitizer(database, rounds);

@@ -6,6 +6,7 @@ HOMES holds the sample homes that scripts/bench writes. A display and a session 
 """
 
 import os
+import shutil
 import statistics
 import subprocess
 import sys
@@ -73,6 +74,23 @@ class Bench:
                 line.split("\t") for line in output.splitlines()):
             yield Row(f"{what}, {label}", against, float(reach), float(ours), float(theirs), unit)
 
+    def milliseconds(self, home, program, *arguments):
+        start = time.monotonic()
+        self.run(home, program, *arguments)
+        return (time.monotonic() - start) * 1000
+
+    def terminal_rows(self, rounds):
+        """Programs from their start to their end."""
+        def median(home, program, *arguments):
+            return statistics.median(self.milliseconds(home, program, *arguments)
+                                     for _ in range(rounds))
+        yield Row("tallyview status, one thread", "sqlite3 --version and 30 ms", 1,
+                  median("one", "tallyview", "status"),
+                  median("one", shutil.which("sqlite3"), "--version") + 30, "ms")
+        yield Row("tallyview, 20,000 threads", "one refresh in a process of its own", 1.3,
+                  median("20000", "tallyview"),
+                  median("20000", "CoreBench", self.homes / "20000"), "ms")
+
     def sides(self, home, mode, amount, rounds):
         """The numbers of each run of each side, the sides in turn. The first start fills caches."""
         runs = {"app": [], "bare": [], "plain": []}
@@ -100,6 +118,7 @@ class Bench:
         few = 3 if self.quick else 9
         for home, label in ("2000", "2,000 threads"), ("20000", "20,000 threads"):
             yield from self.program_rows(home, label, "CoreBench", self.homes / home, few, script)
+        yield from self.terminal_rows(2 * few)
         yield from self.program_rows("20000", "20,000 threads", "ModelBench",
                                      self.homes / "20000", 2 * few)
         yield from self.window_rows("2000", "start", 0, few,

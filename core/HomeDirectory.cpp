@@ -28,4 +28,8 @@ std::string homeDirectory() {
     return path;
 }
 
+std::filesystem::path agentDatabase() {
+    return std::filesystem::path(homeDirectory()) / ".orvik/state_5.sqlite";
+}
+
 } // namespace tallyview

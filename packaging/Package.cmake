@@ -6,8 +6,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "dashboard of the tasks of the Orvik codin
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Shows which tasks of the Orvik coding agent are running on this machine and
 which have completed, grouped by project and time, and posts a desktop
-notification when a running task completes. It reads the agent's files and
-writes to none of them.
+notification when a running task completes. The program tallyview shows the
+same in a terminal or a status bar. Both read the agent's files and
+write to none of them.
 .
 The interface is in Simplified Chinese.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

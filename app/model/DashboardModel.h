@@ -10,7 +10,6 @@
 
 #include <QObject>
 #include <QTimer>
-#include <QtQmlIntegration>
 
 #include <future>
 #include <memory>
@@ -34,8 +33,6 @@ using TextSet = std::unordered_set<std::string, CanonicalHash, CanonicalEqual>;
 /// on each access.
 class DashboardModel : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("The application owns the one model")
 
 public:
     /// Reads the pins. The threads of the agent's database are read later, through `store`.
@@ -118,6 +115,9 @@ public:
     /// The same lists as visibleThreads() and timeGroups(), for one moment, so that one
     /// evaluation of the visible threads serves both.
     ThreadList visibleThreads(const CalendarCutoffs &cutoffs) const;
+    /// Of a time other than the filter's; without one, of any time.
+    ThreadList visibleThreads(const CalendarCutoffs &cutoffs,
+                              std::optional<TaskRecencyFilter> recency) const;
     static std::vector<ThreadTimeGroup> timeGroups(const ThreadList &visible,
                                                    const CalendarCutoffs &cutoffs);
 
@@ -147,9 +147,10 @@ private:
     /// Calls `gather` with each thread that counts for its project.
     template <class Gather>
     void forEachGrouped(Gather gather) const;
-    /// Whether a thread passes all filters; `needle` is the query as search texts are written.
+    /// Whether a thread passes all filters, `recency` in place of the model's; `needle` is the
+    /// query as search texts are written.
     bool isVisible(const ThreadRecord &thread, const CalendarCutoffs &cutoffs,
-                   const std::string &needle) const;
+                   std::optional<TaskRecencyFilter> recency, const std::string &needle) const;
     void sortByTime(ThreadList &threads) const;
 
     OrvikThreadStore m_store;

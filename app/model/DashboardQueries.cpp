@@ -156,24 +156,30 @@ std::size_t DashboardModel::count(TaskStatusFilter filter) const {
 ThreadList DashboardModel::visibleThreads() const { return visibleThreads(currentCutoffs()); }
 
 ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs) const {
+    return visibleThreads(cutoffs, m_recencyFilter);
+}
+
+ThreadList DashboardModel::visibleThreads(const CalendarCutoffs &cutoffs,
+                                          std::optional<TaskRecencyFilter> recency) const {
     const std::string searched = needle(m_query);
     ThreadList visible = filtered(threads(), [&](const ThreadRecord &thread) {
-        return isVisible(thread, cutoffs, searched);
+        return isVisible(thread, cutoffs, recency, searched);
     });
     sortByTime(visible);
     return visible;
 }
 
 bool DashboardModel::isVisible(const ThreadRecord &thread, const CalendarCutoffs &cutoffs,
+                               std::optional<TaskRecencyFilter> recency,
                                const std::string &needle) const {
     if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
         return false;
     }
     if (!thread->updatedAt) {
         // A thread without a time is listed under "older" whatever the other filters say.
-        return m_recencyFilter == TaskRecencyFilter::older;
+        return recency.value_or(TaskRecencyFilter::older) == TaskRecencyFilter::older;
     }
-    return passesRecency(*thread->updatedAt, m_recencyFilter, cutoffs) &&
+    return (!recency || passesRecency(*thread->updatedAt, *recency, cutoffs)) &&
            (!m_pinnedOnly || m_pinnedIDs.contains(thread.id())) &&
            (!m_selectedProject || canonicallyEqual(thread->project, *m_selectedProject)) &&
            (m_source == "all" || canonicallyEqual(thread->source, m_source)) &&
@@ -182,7 +188,7 @@ bool DashboardModel::isVisible(const ThreadRecord &thread, const CalendarCutoffs
 
 bool DashboardModel::selectionIsVisible(const CalendarCutoffs &cutoffs) const {
     const std::optional<ThreadRecord> selected = selectedThread();
-    return selected && isVisible(*selected, cutoffs, needle(m_query));
+    return selected && isVisible(*selected, cutoffs, m_recencyFilter, needle(m_query));
 }
 
 /// Newest first or oldest first; equal times keep their order in both directions.

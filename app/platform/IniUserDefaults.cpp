@@ -89,7 +89,7 @@ QString nearestExistingFolder(QString path) {
 
 } // namespace
 
-IniUserDefaults::IniUserDefaults(const QString &filePath, QObject *parent)
+IniUserDefaults::IniUserDefaults(const QString &filePath, QObject *parent, Changes changes)
     : UserDefaults(parent)
     , m_path(filePath)
     , m_values(IniText(fileText().value_or(QByteArray())).values()) {
@@ -103,7 +103,9 @@ IniUserDefaults::IniUserDefaults(const QString &filePath, QObject *parent)
     };
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, scheduleSync);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, scheduleSync);
-    watch();
+    if (changes == Changes::noticed) {
+        watch();
+    }
 }
 
 IniUserDefaults::~IniUserDefaults() { flush(); }

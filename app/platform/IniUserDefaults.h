@@ -23,9 +23,13 @@ class IniUserDefaults : public UserDefaults {
     Q_OBJECT
 
 public:
+    /// Whether changes of other processes are noticed before this one writes. The kernel takes its
+    /// time to let go of a file that was watched, which a process that ends at once would wait for.
+    enum class Changes { noticed, ignored };
+
     /// The file and its folder need not exist; the first write creates them.
-    explicit IniUserDefaults(const QString &filePath = defaultFilePath(),
-                             QObject *parent = nullptr);
+    explicit IniUserDefaults(const QString &filePath = defaultFilePath(), QObject *parent = nullptr,
+                             Changes changes = Changes::noticed);
     ~IniUserDefaults() override;
 
     /// orvik/tallyview.conf in the user's configuration folder ($XDG_CONFIG_HOME).

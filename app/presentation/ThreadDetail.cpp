@@ -33,15 +33,15 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffs
     detail.title = DisplayText::excerpt(thread->title);
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
-    detail.project = QString::fromStdString(thread->project);
-    detail.updated = ThreadFormatting::full(thread->updatedAt, utcOffset);
-    detail.source = QString::fromStdString(thread->source);
-    detail.model = valueOrUnknown(thread->model);
-    detail.effort = valueOrUnknown(thread->reasoningEffort);
-    detail.tokens = number(thread->tokensUsed);
-    detail.branch = valueOrUnknown(thread->branch);
-    detail.directory = valueOrUnknown(thread->projectPath);
-    detail.threadID = QString::fromStdString(thread.id());
+    detail.project.value = QString::fromStdString(thread->project);
+    detail.updated.value = ThreadFormatting::full(thread->updatedAt, utcOffset);
+    detail.source.value = QString::fromStdString(thread->source);
+    detail.model.value = valueOrUnknown(thread->model);
+    detail.effort.value = valueOrUnknown(thread->reasoningEffort);
+    detail.tokens.value = number(thread->tokensUsed);
+    detail.branch.value = valueOrUnknown(thread->branch);
+    detail.directory.value = valueOrUnknown(thread->projectPath);
+    detail.threadID.value = QString::fromStdString(thread.id());
     return detail;
 }
 

@@ -18,6 +18,7 @@ class ThreadIndexContent : public tallyview::ModelObserver {
     Q_PROPERTY(double viewHeight READ viewHeight WRITE setViewHeight NOTIFY viewHeightChanged)
     Q_PROPERTY(tallyview::ThreadIndexContent::Face face READ face NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
+    Q_PROPERTY(QString emptyTitle READ emptyTitle CONSTANT)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY changed)
     Q_PROPERTY(int rowsRevision MEMBER m_rowsRevision NOTIFY rowsChanged)
     Q_PROPERTY(QAbstractItemModel *headers READ headers CONSTANT)
@@ -39,6 +40,7 @@ public:
 
     Face face() const { return m_face; }
     QString errorMessage() const { return m_errorMessage; }
+    static QString emptyTitle() { return emptyListTitle(); }
     double contentHeight() const { return m_layout.height(); }
     QAbstractItemModel *headers() { return &m_headers; }
     QAbstractItemModel *rows() { return &m_rows; }

@@ -40,4 +40,6 @@ TimeGroupRow timeGroupRow(const ThreadTimeGroup &group) {
     return row;
 }
 
+QString emptyListTitle() { return QStringLiteral("没有匹配的任务"); }
+
 } // namespace tallyview

@@ -5,14 +5,12 @@
 #include "core/ThreadTimeGroup.h"
 
 #include <QObject>
-#include <QtQmlIntegration>
 
 namespace tallyview {
 
 /// One thread, ready to be drawn as a row of the list.
 struct TaskRow {
     Q_GADGET
-    QML_VALUE_TYPE(taskRow)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString meta MEMBER meta)
     Q_PROPERTY(QString age MEMBER age)
@@ -39,7 +37,6 @@ public:
 /// The heading of one time group.
 struct TimeGroupRow {
     Q_GADGET
-    QML_VALUE_TYPE(timeGroupRow)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString count MEMBER count)
     Q_PROPERTY(double top MEMBER top)
@@ -60,5 +57,8 @@ using TimeGroupRowList = ListAdapter<TimeGroupRow>;
 TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instant now,
                 const UtcOffset &utcOffset);
 TimeGroupRow timeGroupRow(const ThreadTimeGroup &group);
+
+/// What a list without threads says.
+QString emptyListTitle();
 
 } // namespace tallyview

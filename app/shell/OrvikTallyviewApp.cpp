@@ -32,7 +32,7 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     : m_instance(instance)
     , m_notifications(m_notificationCenter, m_defaults, m_urlOpener, systemNow)
     , m_appDelegate(m_notifications)
-    , m_model(OrvikThreadStore(databaseURL()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
+    , m_model(OrvikThreadStore(agentDatabase()), {.defaults = m_defaults, .urlOpener = m_urlOpener})
     , m_commands(m_model, m_notifications)
     , m_layout(m_defaults)
     , m_windowAppearance(m_layout, m_appearance)
@@ -42,10 +42,6 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
         &m_model, &DashboardModel::taskCompleted, &m_model,
         [this](const ThreadRecord &thread) { m_notifications.notifyCompletion(thread); });
     m_summary.setModel(&m_model);
-}
-
-std::filesystem::path OrvikTallyviewApp::databaseURL() {
-    return std::filesystem::path(homeDirectory()) / ".orvik/state_5.sqlite";
 }
 
 bool OrvikTallyviewApp::start(const std::optional<QString> &activationToken) {

@@ -19,7 +19,6 @@
 
 #include <QQmlApplicationEngine>
 
-#include <filesystem>
 #include <optional>
 
 namespace tallyview {
@@ -40,9 +39,6 @@ public:
     /// To be called when the event loop has ended. If the background reading waits for something
     /// that may never come, writes all settings and ends the process here and now.
     void finish(int status);
-
-    /// Where the agent keeps its state, in the current user's home directory.
-    static std::filesystem::path databaseURL();
 
 private:
     bool loadWindow();

@@ -114,6 +114,23 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         desktop.press("button", "重置筛选")
         until(lambda: not desktop.find("button", "重置筛选"), "the filters are reset")
 
+    def test_the_terminal_lists_what_the_window_lists(self):
+        desktop = self.desktop
+        self.running_threads(3)
+        desktop.start_application()
+        self.expect("image", "进行中")
+        row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*分钟前) [|] |"
+                         r"image: (进行中|已完成) [|] )$", re.MULTILINE)
+        shown = sorted("".join(found) for found in row.findall(desktop.texts()))
+        printed = subprocess.run([PROGRAM.replace("orvik-", ""), "list"], env=desktop.environment,
+                                 capture_output=True, text=True, check=True).stdout
+        # State, id, age, project and title. The window shows no id, and groups and filters are
+        # called "刚刚" too.
+        cells = [re.split("  +", line) for line in printed.splitlines() if line[0] in "●○"]
+        self.assertEqual(shown, sorted(
+            text for state, _, age, project, title in cells
+            for text in (state[2:], age, title + project.upper()) if text != "刚刚"))
+
 
 class Settings(OnTheDesktop):
     def test_the_desktop_and_the_file_are_followed(self):

@@ -25,9 +25,11 @@ ThreadDetail detail(const ThreadRecord::Fields &fields) {
 
 QString properties(const ThreadRecord::Fields &fields) {
     const ThreadDetail shown = detail(fields);
-    return QStringList{shown.badge,  shown.project, shown.updated, shown.source,    shown.model,
-                       shown.effort, shown.tokens,  shown.branch,  shown.directory, shown.threadID}
-        .join(u'|');
+    QStringList texts{shown.badge};
+    for (const DetailProperty &property : shown.properties()) {
+        texts.append(property.value);
+    }
+    return texts.join(u'|');
 }
 
 } // namespace
@@ -65,7 +67,7 @@ private slots:
                                            .projectPath = endless});
         QCOMPARE(shown.title, "one\ntwo");
         QCOMPARE(shown.preview, QString(1999, u'x'));
-        QCOMPARE(shown.directory.toStdString(), endless);
+        QCOMPARE(shown.directory.value.toStdString(), endless);
     }
 
     void textsOfAnotherDirectionEndWithThemselves() {

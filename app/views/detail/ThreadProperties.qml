@@ -13,63 +13,63 @@ Column {
 
     PropertyRow {
         width: parent.width
-        label: "项目"
-        value: properties.detail.project
+        label: properties.detail.project.label
+        value: properties.detail.project.value
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "更新时间"
-        value: properties.detail.updated
+        label: properties.detail.updated.label
+        value: properties.detail.updated.value
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "来源"
-        value: properties.detail.source
+        label: properties.detail.source.label
+        value: properties.detail.source.value
         monospaced: true
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "模型"
-        value: properties.detail.model
+        label: properties.detail.model.label
+        value: properties.detail.model.value
         monospaced: true
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "推理强度"
-        value: properties.detail.effort
+        label: properties.detail.effort.label
+        value: properties.detail.effort.value
         monospaced: true
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "Token"
-        value: properties.detail.tokens
+        label: properties.detail.tokens.label
+        value: properties.detail.tokens.value
         monospaced: true
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "分支"
-        value: properties.detail.branch
+        label: properties.detail.branch.label
+        value: properties.detail.branch.value
         monospaced: true
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "工作目录"
-        value: properties.detail.directory
+        label: properties.detail.directory.label
+        value: properties.detail.directory.value
         monospaced: true
         maximumLines: 3
         copyMenu: properties.copyMenu
     }
     PropertyRow {
         width: parent.width
-        label: "Thread ID"
-        value: properties.detail.threadID
+        label: properties.detail.threadID.label
+        value: properties.detail.threadID.value
         monospaced: true
         maximumLines: 3
         copyMenu: properties.copyMenu

@@ -75,7 +75,7 @@ FocusScope {
                     anchors.fill: parent
                     isError: faces.face === ThreadIndexContent.Error
                     symbol: isError ? "exclamationmark.triangle" : "line.3.horizontal.decrease.circle"
-                    title: isError ? "无法读取任务" : "没有匹配的任务"
+                    title: isError ? "无法读取任务" : faces.emptyTitle
                     message: isError ? faces.errorMessage : "换一个时间范围或状态，也可以重置全部筛选。"
                 }
             }

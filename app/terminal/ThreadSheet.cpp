@@ -1,0 +1,66 @@
+#include "app/terminal/ThreadSheet.h"
+
+#include "app/terminal/DisplayWidth.h"
+#include "app/terminal/TerminalText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace tallyview {
+
+namespace {
+
+constexpr std::size_t indent = 2;
+constexpr std::size_t narrowestValue = 8;
+
+std::string text(const QString &shown) { return terminalText(shown.toStdString()); }
+
+/// Adds `text` behind `label`, which is padded to `labelColumns`, and its further lines below it;
+/// where that leaves little room, all of it below the label.
+void addWrapped(std::vector<std::string> &lines, const std::string &label, std::size_t labelColumns,
+                std::string_view text, std::size_t columns) {
+    std::string start = paddedTo(label, labelColumns);
+    if (columns < labelColumns + narrowestValue) {
+        lines.push_back(cutTo(label, columns));
+        labelColumns = indent;
+        start.assign(indent, ' ');
+    }
+    for (const std::string_view piece : wrappedAt(text, columns - labelColumns)) {
+        lines.push_back(start + std::string(piece));
+        start.assign(labelColumns, ' ');
+    }
+}
+
+void addProperties(std::vector<std::string> &lines, const QList<DetailProperty> &properties,
+                   std::size_t columns) {
+    std::size_t widest = 0;
+    for (const DetailProperty &property : properties) {
+        widest = std::max(widest, displayWidth(text(property.label)));
+    }
+    for (const DetailProperty &property : properties) {
+        addWrapped(lines, text(property.label), widest + indent, text(property.value), columns);
+    }
+}
+
+} // namespace
+
+std::vector<std::string> sheetLines(const ThreadDetail &detail, std::size_t columns, Paint paint) {
+    std::vector<std::string> lines;
+    const std::string title = text(detail.title);
+    for (const std::string_view piece : wrappedAt(title, columns)) {
+        lines.push_back(paint(piece, Tone::strong));
+    }
+    const std::string state = (detail.active ? "● " : "○ ") + text(detail.stateLabel) +
+                              (detail.pinned ? "  ★  " : "  ") + text(detail.badge);
+    lines.push_back(paint(cutTo(state, columns), detail.active ? Tone::running : Tone::faint));
+    lines.emplace_back();
+    addProperties(lines, detail.properties(), columns);
+    lines.emplace_back();
+    for (const QString &line : detail.preview.split(u'\n')) {
+        addWrapped(lines, {}, indent, text(line), columns);
+    }
+    return lines;
+}
+
+} // namespace tallyview
