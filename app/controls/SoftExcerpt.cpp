@@ -13,18 +13,18 @@ namespace {
 /// More than fits into any few lines.
 constexpr qsizetype longestShown = 4096;
 
-/// Where the last of the lines begins and ends.
-struct LastLine {
-    qsizetype begin = 0;
-    qsizetype end = 0;
+/// What a text comes to in a few lines.
+struct Lines {
+    qreal ascent = 0;  ///< of the first
+    qsizetype end = 0; ///< of the last
 };
 
-LastLine lastLine(const QString &text, const QFont &font, qreal width, int lineCount) {
+Lines linesOf(const QString &text, const QFont &font, qreal width, int lineCount) {
     QTextLayout layout(text, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
-    LastLine last;
+    Lines lines;
     layout.beginLayout();
     for (int i = 0; i < lineCount; ++i) {
         QTextLine line = layout.createLine();
@@ -32,10 +32,11 @@ LastLine lastLine(const QString &text, const QFont &font, qreal width, int lineC
             break;
         }
         line.setLineWidth(width);
-        last = {line.textStart(), line.textStart() + line.textLength()};
+        lines.ascent = i == 0 ? line.ascent() : lines.ascent;
+        lines.end = line.textStart() + line.textLength();
     }
     layout.endLayout();
-    return last;
+    return lines;
 }
 
 /// `text` without its last character, an ellipsis in its place.
@@ -52,13 +53,13 @@ SoftExcerpt::SoftExcerpt(QObject *parent) : QObject(parent) {
 }
 
 QString SoftExcerpt::fitted(const QString &text, const QFont &font, qreal width, int lineCount) {
-    const LastLine last = lastLine(text, font, width, lineCount);
-    if (last.end >= text.size()) {
+    const qsizetype end = linesOf(text, font, width, lineCount).end;
+    if (end >= text.size()) {
         return text;
     }
-    QString result = shortened(QStringView(text).first(last.end));
+    QString result = shortened(QStringView(text).first(end));
     // The ellipsis may be wider than what it replaces, or wrap along with the character before it.
-    while (result.size() > 1 && lastLine(result, font, width, lineCount).end < result.size()) {
+    while (result.size() > 1 && linesOf(result, font, width, lineCount).end < result.size()) {
         result = shortened(QStringView(result).chopped(1));
     }
     return result;
@@ -84,7 +85,9 @@ void SoftExcerpt::fit() {
     std::ranges::replace_if(
         text, [](QChar character) { return character.isSpace(); }, u' ');
     const QString shown = fitted(text, m_font, m_width, m_lineCount);
-    if (std::exchange(m_shown, shown) != shown) {
+    const qreal ascent = linesOf(shown, m_font, m_width, 1).ascent;
+    const bool shownIsNew = std::exchange(m_shown, shown) != shown;
+    if (std::exchange(m_ascent, ascent) != ascent || shownIsNew) {
         emit shownChanged();
     }
 }

@@ -20,6 +20,8 @@ class SoftExcerpt : public QObject, public QQmlParserStatus {
     Q_PROPERTY(int lineCount MEMBER m_lineCount NOTIFY inputChanged)
     /// The text, or its beginning with an ellipsis at the end.
     Q_PROPERTY(QString shown READ shown NOTIFY shownChanged)
+    /// Points from the top of the first line to its baseline, in the fonts that it needs.
+    Q_PROPERTY(qreal ascent MEMBER m_ascent NOTIFY shownChanged)
 
 public:
     explicit SoftExcerpt(QObject *parent = nullptr);
@@ -48,6 +50,7 @@ private:
     qreal m_width = 0;
     int m_lineCount = 1;
     QString m_shown;
+    qreal m_ascent = 0;
     bool m_isComplete = true;
 };
 

@@ -9,6 +9,8 @@ namespace tallyview {
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::size_t badgeIDLength = 5;
 
 QString badge(const ThreadRecord &thread) {
@@ -33,15 +35,17 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffs
     detail.title = DisplayText::excerpt(thread->title);
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
-    detail.project.value = QString::fromStdString(thread->project);
-    detail.updated.value = ThreadFormatting::full(thread->updatedAt, utcOffset);
-    detail.source.value = QString::fromStdString(thread->source);
-    detail.model.value = valueOrUnknown(thread->model);
-    detail.effort.value = valueOrUnknown(thread->reasoningEffort);
-    detail.tokens.value = number(thread->tokensUsed);
-    detail.branch.value = valueOrUnknown(thread->branch);
-    detail.directory.value = valueOrUnknown(thread->projectPath);
-    detail.threadID.value = QString::fromStdString(thread.id());
+    detail.properties = {
+        {u"项目"_s, QString::fromStdString(thread->project), false},
+        {u"更新时间"_s, ThreadFormatting::full(thread->updatedAt, utcOffset), false},
+        {u"来源"_s, QString::fromStdString(thread->source)},
+        {u"模型"_s, valueOrUnknown(thread->model)},
+        {u"推理强度"_s, valueOrUnknown(thread->reasoningEffort)},
+        {u"Token"_s, number(thread->tokensUsed)},
+        {u"分支"_s, valueOrUnknown(thread->branch)},
+        {u"工作目录"_s, valueOrUnknown(thread->projectPath), true, 3},
+        {u"Thread ID"_s, QString::fromStdString(thread.id()), true, 3},
+    };
     return detail;
 }
 

@@ -12,10 +12,14 @@ struct DetailProperty {
     Q_GADGET
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(bool monospaced MEMBER monospaced)
+    Q_PROPERTY(int maximumLines MEMBER maximumLines)
 
 public:
     QString label; ///< what it is called
-    QString value; ///< whole
+    QString value; ///< whole; "未记录" if the agent has not recorded it
+    bool monospaced = true;
+    int maximumLines = 2;
 
     friend bool operator==(const DetailProperty &, const DetailProperty &) = default;
 };
@@ -33,15 +37,7 @@ struct ThreadDetail {
     Q_PROPERTY(QString stateLabel MEMBER stateLabel)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString preview MEMBER preview)
-    Q_PROPERTY(tallyview::DetailProperty project MEMBER project)
-    Q_PROPERTY(tallyview::DetailProperty updated MEMBER updated)
-    Q_PROPERTY(tallyview::DetailProperty source MEMBER source)
-    Q_PROPERTY(tallyview::DetailProperty model MEMBER model)
-    Q_PROPERTY(tallyview::DetailProperty effort MEMBER effort)
-    Q_PROPERTY(tallyview::DetailProperty tokens MEMBER tokens)
-    Q_PROPERTY(tallyview::DetailProperty branch MEMBER branch)
-    Q_PROPERTY(tallyview::DetailProperty directory MEMBER directory)
-    Q_PROPERTY(tallyview::DetailProperty threadID MEMBER threadID)
+    Q_PROPERTY(QList<tallyview::DetailProperty> properties MEMBER properties)
 
 public:
     bool exists = false;
@@ -50,22 +46,8 @@ public:
     QString badge;      ///< project code and the first characters of the id
     QString stateLabel; ///< the state in words
     QString title;
-    QString preview; ///< or a sentence saying that there is none
-    DetailProperty project{QStringLiteral("项目"), {}};
-    DetailProperty updated{QStringLiteral("更新时间"), {}};
-    DetailProperty source{QStringLiteral("来源"), {}};
-    // "未记录" for what the agent has not recorded.
-    DetailProperty model{QStringLiteral("模型"), {}};
-    DetailProperty effort{QStringLiteral("推理强度"), {}};
-    DetailProperty tokens{QStringLiteral("Token"), {}};
-    DetailProperty branch{QStringLiteral("分支"), {}};
-    DetailProperty directory{QStringLiteral("工作目录"), {}};
-    DetailProperty threadID{QStringLiteral("Thread ID"), {}};
-
-    /// The recorded ones, in the order in which they are shown.
-    QList<DetailProperty> properties() const {
-        return {project, updated, source, model, effort, tokens, branch, directory, threadID};
-    }
+    QString preview;                  ///< or a sentence saying that there is none
+    QList<DetailProperty> properties; ///< always the same ones
 
     friend bool operator==(const ThreadDetail &, const ThreadDetail &) = default;
 };

@@ -55,7 +55,7 @@ std::vector<std::string> sheetLines(const ThreadDetail &detail, std::size_t colu
                               (detail.pinned ? "  ★  " : "  ") + text(detail.badge);
     lines.push_back(paint(cutTo(state, columns), detail.active ? Tone::running : Tone::faint));
     lines.emplace_back();
-    addProperties(lines, detail.properties(), columns);
+    addProperties(lines, detail.properties, columns);
     lines.emplace_back();
     for (const QString &line : detail.preview.split(u'\n')) {
         addWrapped(lines, {}, indent, text(line), columns);

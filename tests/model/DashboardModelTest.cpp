@@ -1,5 +1,7 @@
 #include "tests/support/ModelFixture.h"
 
+#include <QElapsedTimer>
+
 #include <sqlite3.h>
 
 #include <sys/wait.h>

@@ -26,7 +26,7 @@ ThreadDetail detail(const ThreadRecord::Fields &fields) {
 QString properties(const ThreadRecord::Fields &fields) {
     const ThreadDetail shown = detail(fields);
     QStringList texts{shown.badge};
-    for (const DetailProperty &property : shown.properties()) {
+    for (const DetailProperty &property : shown.properties) {
         texts.append(property.value);
     }
     return texts.join(u'|');
@@ -67,7 +67,7 @@ private slots:
                                            .projectPath = endless});
         QCOMPARE(shown.title, "one\ntwo");
         QCOMPARE(shown.preview, QString(1999, u'x'));
-        QCOMPARE(shown.directory.value.toStdString(), endless);
+        QCOMPARE(shown.properties[7].value.toStdString(), endless);
     }
 
     void textsOfAnotherDirectionEndWithThemselves() {

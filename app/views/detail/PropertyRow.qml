@@ -1,25 +1,27 @@
 import QtQuick
 import Orvik.Tallyview.Views
+import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
 // A label and a value that can be selected and copied.
 Item {
-    id: row
+    id: view
 
-    required property string label
-    required property string value
+    required property detailProperty row
     required property CopyMenu copyMenu
-    property bool monospaced: false
-    property int maximumLines: 2
 
-    implicitHeight: Math.max(title.implicitHeight, text.implicitHeight)
+    // Both are at least those of a line with Han, so that rows without are no closer.
+    readonly property real firstBaseline: Math.max(10.4, title.baselineOffset, excerpt.ascent)
+
+    implicitHeight: Math.max(14, title.y + title.height, text.y + text.height)
 
     SoftText {
         id: title
 
+        y: Math.round(view.firstBaseline - baselineOffset)
         width: 74
-        text: row.label
+        text: view.row.label
         size: 9
         design: SoftFont.Rounded
         color: SoftTheme.secondaryInk
@@ -27,14 +29,15 @@ Item {
     SoftExcerpt {
         id: excerpt
 
-        text: row.value
+        text: view.row.value
         font: text.font
         width: text.width
-        lineCount: row.maximumLines
+        lineCount: view.row.maximumLines
     }
     TextEdit {
         id: text
 
+        y: Math.round(view.firstBaseline - excerpt.ascent)
         anchors.left: title.right
         anchors.leftMargin: 10
         anchors.right: parent.right
@@ -46,20 +49,20 @@ Item {
         wrapMode: TextEdit.Wrap
         horizontalAlignment: TextEdit.AlignLeft
         text: excerpt.shown
-        font: SoftFont.font(row.monospaced ? 9 : 10, Font.Normal, row.monospaced ? SoftFont.Monospaced : SoftFont.Rounded)
+        font: SoftFont.font(view.row.monospaced ? 9 : 10, Font.Normal, view.row.monospaced ? SoftFont.Monospaced : SoftFont.Rounded)
         color: SoftTheme.primaryInk
         selectionColor: SoftTheme.accent
         selectedTextColor: SoftTheme.accentInk
         Accessible.role: Accessible.StaticText
-        Accessible.name: row.value
+        Accessible.name: view.row.value
         onActiveFocusChanged: {
-            if (!activeFocus && !row.copyMenu.visible)
+            if (!activeFocus && !view.copyMenu.visible)
                 deselect();
         }
         Keys.onPressed: event => {
             event.accepted = event.matches(StandardKey.Copy);
             if (event.accepted)
-                row.copyMenu.copyRequested(excerpt.original(text.selectionStart, text.selectionEnd));
+                view.copyMenu.copyRequested(excerpt.original(text.selectionStart, text.selectionEnd));
         }
 
         MouseArea {
@@ -68,7 +71,7 @@ Item {
             cursorShape: Qt.IBeamCursor
             onPressed: {
                 text.forceActiveFocus(Qt.MouseFocusReason);
-                row.copyMenu.offer(excerpt.original(text.selectionStart, text.selectionEnd));
+                view.copyMenu.offer(excerpt.original(text.selectionStart, text.selectionEnd));
             }
         }
     }
