@@ -175,9 +175,9 @@ bool DashboardModel::isVisible(const ThreadRecord &thread, const CalendarCutoffs
     if ((!m_includeSubagents && thread->isSubagent) || !matches(thread, m_statusFilter)) {
         return false;
     }
-    if (!thread->updatedAt) {
+    if (!thread->updatedAt && recency) {
         // A thread without a time is listed under "older" whatever the other filters say.
-        return recency.value_or(TaskRecencyFilter::older) == TaskRecencyFilter::older;
+        return *recency == TaskRecencyFilter::older;
     }
     return (!recency || passesRecency(*thread->updatedAt, *recency, cutoffs)) &&
            (!m_pinnedOnly || m_pinnedIDs.contains(thread.id())) &&

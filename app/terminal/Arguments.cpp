@@ -49,14 +49,7 @@ public:
         readCommand();
         readFilters();
         readLimits();
-        m_read.format = choice<Arguments::Format>("format", {{"plain", Arguments::Format::plain},
-                                                             {"waybar", Arguments::Format::waybar}})
-                            .value_or(m_read.format);
-        m_read.color = choice<Arguments::Color>("color", {{"auto", Arguments::Color::automatic},
-                                                          {"always", Arguments::Color::always},
-                                                          {"never", Arguments::Color::never}})
-                           .value_or(m_read.color);
-        m_read.json = m_parser.isSet("json");
+        readOutput();
         if (!m_error.isEmpty()) {
             return std::unexpected(m_error + QStringLiteral("；用法见 tallyview --help"));
         }
@@ -111,6 +104,20 @@ private:
         m_read.oldestFirst = m_parser.isSet("oldest-first");
         if (m_parser.isSet("all")) {
             m_read.liftStateAndTime();
+        }
+    }
+
+    void readOutput() {
+        m_read.format = choice<Arguments::Format>("format", {{"plain", Arguments::Format::plain},
+                                                             {"waybar", Arguments::Format::waybar}})
+                            .value_or(m_read.format);
+        m_read.color = choice<Arguments::Color>("color", {{"auto", Arguments::Color::automatic},
+                                                          {"always", Arguments::Color::always},
+                                                          {"never", Arguments::Color::never}})
+                           .value_or(m_read.color);
+        m_read.json = m_parser.isSet("json");
+        if (m_parser.isSet("json") && m_parser.isSet("format")) {
+            fail(QStringLiteral("--json 和 --format 只能选一个"));
         }
     }
 

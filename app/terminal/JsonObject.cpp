@@ -25,10 +25,19 @@ void appendEscaped(std::string &result, unsigned codePoint) {
     }
 }
 
+/// Most texts are of such characters, which need no look at any table.
+bool isPlain(char character) {
+    return character >= ' ' && character <= '~' && character != '"' && character != '\\';
+}
+
 std::string quoted(std::string_view text) {
     std::string result = "\"";
+    result.reserve(text.size() + 2);
     std::size_t begin = 0; // of what is not yet written
     for (std::size_t at = 0; at < text.size(); at += codePointLength(text, at)) {
+        if (isPlain(text[at])) {
+            continue;
+        }
         const int codePoint = codePointAt(text, at);
         if (codePoint == '"' || codePoint == '\\') {
             result.append(text, begin, at - begin).append({'\\', text[at]});
@@ -67,7 +76,7 @@ JsonObject &JsonObject::add(std::string_view name, const JsonObject &object) {
 
 JsonObject &JsonObject::addValue(std::string_view name, std::string_view value) {
     m_members += m_members.empty() ? '{' : ',';
-    m_members.append(quoted(name)).append(":").append(value);
+    m_members.append(1, '"').append(name).append("\":").append(value);
     return *this;
 }
 

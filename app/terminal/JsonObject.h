@@ -9,6 +9,7 @@ namespace tallyview {
 
 /// One JSON object (RFC 8259) in the making, its members in the order in which they are added.
 /// Texts are valid UTF-8; what acts on a terminal is escaped, so the result is harmless there.
+/// Names are plain ASCII.
 class JsonObject {
 public:
     JsonObject &add(std::string_view name, std::string_view text);

@@ -1,8 +1,9 @@
 #include "app/terminal/JsonReport.h"
 
-#include <QTimeZone>
-
+#include <array>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 
 namespace tallyview {
 
@@ -15,17 +16,27 @@ std::optional<std::string> ifKnown(const std::string &text) {
 } // namespace
 
 std::optional<std::string> isoTime(std::optional<Instant> time, const UtcOffset &utcOffset) {
-    constexpr double farthest = 9e12; // later than any year of four digits, earlier than overflow
-    if (!time || std::abs(time->time_since_epoch().count()) > farthest) {
+    using namespace std::chrono;
+    constexpr double earliest = -62'167'219'200; // the year 0
+    constexpr double latest = 253'402'300'799;   // the end of the year 9999
+    const double seconds = time ? time->time_since_epoch().count() : latest + 1;
+    if (seconds < earliest || seconds > latest) {
         return std::nullopt;
     }
-    const double seconds = time->time_since_epoch().count();
-    const auto offset = static_cast<int>(utcOffset(static_cast<qint64>(std::floor(seconds))));
-    const QString text =
-        QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000), QTimeZone::utc())
-            .toOffsetFromUtc(offset)
-            .toString(Qt::ISODateWithMs);
-    return ifKnown(text.toStdString());
+    const auto offset = minutes(utcOffset(static_cast<qint64>(std::floor(seconds))) / 60);
+    const sys_time<milliseconds> local(milliseconds(std::llround(seconds * 1000)) + offset);
+    const auto day = floor<days>(local);
+    const year_month_day date(day);
+    const hh_mm_ss clock(local - day);
+    const hh_mm_ss distance(offset);
+    std::array<char, 48> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02d.%03d%c%02d:%02d",
+                  int(date.year()), unsigned(date.month()), unsigned(date.day()),
+                  int(clock.hours().count()), int(clock.minutes().count()),
+                  int(clock.seconds().count()), int(clock.subseconds().count()),
+                  distance.is_negative() ? '-' : '+', int(distance.hours().count()),
+                  int(distance.minutes().count()));
+    return text.data();
 }
 
 JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model) {

@@ -81,7 +81,10 @@ int TerminalProgram::runOnce() {
     case Arguments::Command::projects:
         listProjects();
         break;
-    default:
+    case Arguments::Command::list:
+    case Arguments::Command::watch:
+    case Arguments::Command::help:
+    case Arguments::Command::version:
         list();
     }
     return finished(m_output);
@@ -102,7 +105,10 @@ void TerminalProgram::list() {
 void TerminalProgram::listProjects() {
     std::vector<std::string> names;
     for (const ProjectCount &project : m_model.projects()) {
-        names.push_back(terminalText(project.name));
+        // What is not shown as it is could not be given back as it is.
+        if (terminalText(project.name) == project.name) {
+            names.push_back(project.name);
+        }
     }
     write(names);
 }
@@ -136,7 +142,10 @@ int TerminalProgram::open(const ThreadRecord &thread) {
     m_model.open(thread);
     // What has been handed to the desktop goes on without this process, once it is handed over.
     for (QProcess *launcher : qApp->findChildren<QProcess *>()) {
-        launcher->waitForFinished();
+        if (!launcher->waitForFinished()) {
+            complain("无法启动 " + launcher->program().toStdString());
+            return EXIT_FAILURE;
+        }
     }
     return finished(m_output);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <string>
 #include <string_view>
 
@@ -11,6 +13,7 @@ namespace tallyview {
 /// of direction, variation selectors, joiners and the tones of emoji, which terminals count
 /// differently, and of the marks above a letter those beyond the fourth.
 std::string terminalText(std::string_view text);
+inline std::string terminalText(const QString &text) { return terminalText(text.toStdString()); }
 
 /// Whether a code point, sent raw, does anything to a terminal but show itself.
 bool actsOnTerminal(int codePoint);

@@ -1,6 +1,5 @@
 #include "app/terminal/ThreadTable.h"
 
-#include "app/presentation/DisplayText.h"
 #include "app/presentation/ThreadFormatting.h"
 #include "app/presentation/ThreadRows.h"
 #include "app/terminal/DisplayWidth.h"
@@ -13,7 +12,6 @@ namespace tallyview {
 
 namespace {
 
-constexpr std::size_t widestProject = 24;
 constexpr std::size_t narrowestTitle = 24;
 constexpr std::size_t gap = 2;
 
@@ -21,6 +19,9 @@ constexpr std::size_t gap = 2;
 enum Column { state, id, age, project, columnCount };
 /// Those that may go, the first one first.
 constexpr std::array dispensable{project, age, id, state};
+
+/// Leaves the title its room; far from any screen's width it is no bound.
+std::size_t widestProject(std::size_t columns) { return std::max<std::size_t>(24, columns / 5); }
 
 struct Row {
     std::array<std::string, columnCount> cells;
@@ -34,33 +35,32 @@ struct Block {
     std::vector<Row> rows;
 };
 
-std::string text(const QString &shown) { return terminalText(shown.toStdString()); }
-
-Row rowOf(const ThreadRecord &thread, Instant now, const UtcOffset &utcOffset,
-          const ShortIDs &ids) {
+Row rowOf(const ThreadRecord &thread, Instant now, const UtcOffset &utcOffset, const ShortIDs &ids,
+          std::size_t columns) {
     const ThreadRunState runState = stateOf(thread);
     return {.cells = {std::string(title(runState)), terminalText(ids.of(thread.id())),
-                      text(ThreadFormatting::relative(thread->updatedAt, now, utcOffset)),
-                      cutTo(terminalText(thread->project), widestProject)},
-            .title = text(DisplayText::oneLine(thread->title)),
+                      terminalText(ThreadFormatting::relative(thread->updatedAt, now, utcOffset)),
+                      cutTo(terminalText(thread->project), widestProject(columns))},
+            .title = terminalText(thread->title),
             .isRunning = runState == ThreadRunState::running};
 }
 
 std::vector<Block> blocksOf(const Listing &listing, const ShortIDs &ids, const UtcOffset &utcOffset,
-                            std::size_t limit) {
+                            std::size_t limit, std::size_t columns) {
     std::vector<Block> blocks;
     for (const ThreadTimeGroup &group : listing.groups) {
         if (limit == 0) {
             break;
         }
         const TimeGroupRow heading = timeGroupRow(group);
-        Block block{.title = text(heading.title), .count = text(heading.count), .rows = {}};
+        Block block{
+            .title = terminalText(heading.title), .count = terminalText(heading.count), .rows = {}};
         for (const ThreadRecord &thread : group.threads) {
             if (limit == 0) {
                 break;
             }
             --limit;
-            block.rows.push_back(rowOf(thread, listing.evaluatedAt, utcOffset, ids));
+            block.rows.push_back(rowOf(thread, listing.evaluatedAt, utcOffset, ids, columns));
         }
         blocks.push_back(std::move(block));
     }
@@ -118,7 +118,7 @@ std::string lineOf(const Row &row, const Widths &widths, const TableStyle &style
 std::vector<std::string> tableLines(const Listing &listing, const ShortIDs &ids,
                                     const UtcOffset &utcOffset, std::size_t limit,
                                     const TableStyle &style) {
-    const std::vector<Block> blocks = blocksOf(listing, ids, utcOffset, limit);
+    const std::vector<Block> blocks = blocksOf(listing, ids, utcOffset, limit, style.columns);
     const Widths widths = widthsFor(blocks, style.columns);
     std::vector<std::string> lines;
     for (const Block &block : blocks) {

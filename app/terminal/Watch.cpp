@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace tallyview {
 
@@ -20,7 +19,8 @@ Watch::Watch(DashboardModel &model, const Arguments &arguments, Output &output, 
     : m_model(model)
     , m_arguments(arguments)
     , m_output(output)
-    , m_paint(paint) {
+    , m_paint(paint)
+    , m_left(arguments.limit) {
     if (output.isScreen() && !arguments.json) {
         m_screen.emplace(output);
         connect(&*m_screen, &Screen::disturbed, this, &Watch::draw);
@@ -49,7 +49,7 @@ void Watch::showRefresh() {
         complain(*error);
     }
     m_told = error;
-    if (m_output.error() != 0) {
+    if (m_output.error() != 0 || m_left == 0) {
         emit ended();
     }
 }
@@ -76,8 +76,9 @@ void Watch::writeChanges() {
         m_model.visibleThreads(m_model.currentCutoffs(), recencyOf(m_model, m_arguments));
     for (const ThreadRecord &thread : visible) {
         const bool isRunning = stateOf(thread) == ThreadRunState::running;
-        if (m_running && isRunning != m_running->contains(thread.id())) {
+        if (m_running && m_left > 0 && isRunning != m_running->contains(thread.id())) {
             writeChange(thread);
+            --m_left;
         }
     }
     m_running.emplace();

@@ -39,6 +39,7 @@ private:
     std::optional<Screen> m_screen;
     std::optional<std::string> m_told; ///< why reading failed
     std::optional<TextSet> m_running;  ///< in the list before
+    std::size_t m_left;                ///< lines to be written before the end
 };
 
 } // namespace tallyview
