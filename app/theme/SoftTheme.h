@@ -49,12 +49,11 @@ class SoftTheme : public QObject {
     Q_PROPERTY(QColor warning READ warning NOTIFY paletteChanged)
     Q_PROPERTY(QColor clear READ clear CONSTANT)
 
-    /// Milliseconds. One-shot changes take no time while nothing moves; the two
-    /// endless ones keep their period and must not run then.
+    /// Milliseconds. One-shot changes take no time while nothing moves; the spin,
+    /// which is endless, keeps its period and must not run then.
     Q_PROPERTY(int replaceDuration READ replaceDuration NOTIFY motionChanged)
     Q_PROPERTY(int hoverDuration READ hoverDuration NOTIFY motionChanged)
     Q_PROPERTY(int focusSlideDuration READ focusSlideDuration NOTIFY motionChanged)
-    Q_PROPERTY(int pulseDuration READ pulseDuration CONSTANT)
     Q_PROPERTY(int spinDuration READ spinDuration CONSTANT)
 
     /// The choices of the appearance picker, in its order.

@@ -1,5 +1,6 @@
 """The application as a person meets it: a real window, a real bus, real daemons."""
 
+import os
 import re
 import subprocess
 import time
@@ -122,8 +123,9 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*分钟前) [|] |"
                          r"image: (进行中|已完成) [|] )$", re.MULTILINE)
         shown = sorted("".join(found) for found in row.findall(desktop.texts()))
-        printed = subprocess.run([PROGRAM.replace("orvik-", ""), "list"], env=desktop.environment,
-                                 capture_output=True, text=True, check=True).stdout
+        printed = subprocess.run([os.path.dirname(PROGRAM) + "/tallyview", "list"],
+                                 env=desktop.environment, capture_output=True, text=True,
+                                 check=True).stdout
         # State, id, age, project and title. The window shows no id, and groups and filters are
         # called "刚刚" too.
         cells = [re.split("  +", line) for line in printed.splitlines() if line[0] in "●○"]

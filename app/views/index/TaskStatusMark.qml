@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
@@ -12,14 +10,18 @@ Item {
 
     required property bool active
     required property string label
+    property bool pulses: false
 
     width: 34
     height: 34
     Accessible.role: Accessible.Graphic
     Accessible.name: label
-    Component.onCompleted: {
-        if (active && !SoftTheme.reducedMotion)
-            pulse.createObject(mark);
+    Component.onCompleted: pulses = active && !SoftTheme.reducedMotion
+
+    SoftPulse {
+        id: pulse
+
+        running: mark.pulses && mark.active && !SoftTheme.still
     }
 
     SoftDot {
@@ -28,25 +30,11 @@ Item {
         outline: SoftTheme.withOpacity(SoftTheme.running, 0.2)
     }
     SoftSymbol {
-        id: symbol
-
         anchors.centerIn: parent
+        opacity: pulse.level
         name: mark.active ? "waveform.path.ecg" : "checkmark"
         size: mark.active ? 14 : 13
         weight: mark.active ? Font.DemiBold : Font.Bold
         color: SoftTheme.running
-    }
-    // Made only when it is wanted, as there are many rows and few pulse.
-    Component {
-        id: pulse
-
-        SequentialAnimation {
-            running: mark.active && !SoftTheme.still
-            loops: Animation.Infinite
-            onStopped: symbol.opacity = 1
-
-            PulseAnimation { target: symbol; property: "opacity"; from: 1; to: 0.55 }
-            PulseAnimation { target: symbol; property: "opacity"; from: 0.55; to: 1 }
-        }
     }
 }
