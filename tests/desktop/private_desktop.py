@@ -98,6 +98,11 @@ class Desktop:
                                capture_output=True, text=True, timeout=10)
         return ended.returncode, ended.stdout, ended.stderr
 
+    def terminal(self, *arguments):
+        """What the terminal's program writes."""
+        return subprocess.run([f"{BINARIES}/tallyview", *arguments], env=self.environment,
+                              capture_output=True, text=True, check=True).stdout
+
     def complaints(self):
         """What the application wrote to standard error; not what Qt's bridge to AT-SPI says of the
         registry's questions, which newer releases ask before Qt knows them."""
@@ -245,6 +250,11 @@ def walk(item):
     for child in (item.get_child_at_index(i) for i in range(item.get_child_count())):
         if child:
             yield from walk(child)
+
+
+def clipboard():
+    return subprocess.run(["xclip", "-selection", "clipboard", "-o"],
+                          capture_output=True, text=True).stdout
 
 
 def pixel(x, y):

@@ -1,13 +1,12 @@
 """The application as a person meets it: a real window, a real bus, real daemons."""
 
-import os
 import re
 import subprocess
 import time
 import unittest
 
-from private_desktop import (PROGRAM, Atspi, Desktop, close_window, main_window, pixel,
-                             start_accessibility, until)
+from private_desktop import (PROGRAM, Atspi, Desktop, clipboard, close_window, main_window, pixel,
+                             start_accessibility, until, xdotool)
 from tray import Tray
 
 REFRESH = "button", "刷新任务"
@@ -99,9 +98,7 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         self.expect("button", "取消固定")
         self.stored("pinnedThreadIDs", thread)
         desktop.press("button", "复制 Thread ID")
-        until(lambda: subprocess.run(["xclip", "-selection", "clipboard", "-o"],
-                                     capture_output=True, text=True).stdout == thread,
-              "the id on the clipboard")
+        until(lambda: clipboard() == thread, "the id on the clipboard")
         width = self.expect("slider", "调整项目栏宽度").get_value_iface()
         for wanted, kept in (300, "300"), (1000, "360"):
             width.set_current_value(wanted)
@@ -123,9 +120,7 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*分钟前) [|] |"
                          r"image: (进行中|已完成) [|] )$", re.MULTILINE)
         shown = sorted("".join(found) for found in row.findall(desktop.texts()))
-        printed = subprocess.run([os.path.dirname(PROGRAM) + "/tallyview", "list"],
-                                 env=desktop.environment, capture_output=True, text=True,
-                                 check=True).stdout
+        printed = desktop.terminal("list")
         # State, id, age, project and title. The window shows no id, and groups and filters are
         # called "刚刚" too.
         cells = [re.split("  +", line) for line in printed.splitlines() if line[0] in "●○"]
@@ -196,9 +191,10 @@ class Notices(OnTheDesktop):
         self.stored("notificationAuthorizationGranted", "true")
         self.stored("notificationAuthorizationStatus", "2")
 
-    def test_a_home_full_of_secrets_is_told_masked(self):
+    def test_no_secret_leaves_the_program(self):
         desktop = self.desktop
         desktop.start_daemon()
+        desktop.handle_links()
         desktop.sql("UPDATE threads SET preview = 'sk-a1B2a1B2a1B2a1B2a1B2 token=0123456789abcdef',"
                     " title = '13812345678 eyJhbGciOiJI.c2VjcmV0c2VjcmV0.c2lnbmF0dXJl password: "
                     "hunter2hunter2'")
@@ -223,6 +219,14 @@ class Notices(OnTheDesktop):
         desktop.refresh()
         until(lambda: len(desktop.notices()) == len(running), "the notices")
         shown += desktop.texts() + str(desktop.notices())
+        desktop.press("button", "复制 Thread ID")
+        desktop.press("button", "在 Orvik 中继续")
+        until(lambda: desktop.read("links"), "the link")
+        title = " ".join(xdotool("getwindowname", str(main_window())))
+        shown += title + clipboard() + desktop.read("links") + desktop.read("application.errors")
+        shown += "".join(desktop.read(path) for path in desktop.home.glob(".config/orvik/*"))
+        for arguments in (["--all"], ["--all", "--json"], ["show", running[0]]):
+            shown += desktop.terminal(*arguments)
         for secret in ("hunter2", "13812345678", "a1B2", "0123456789abcdef", "c2VjcmV0"):
             self.assertNotIn(secret, shown)
 
