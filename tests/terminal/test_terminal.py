@@ -23,6 +23,7 @@ import unicodedata
 import unittest
 
 PROGRAM = os.path.realpath(sys.argv.pop(1))
+COMPLETIONS = pathlib.Path(__file__).resolve().parents[2] / "packaging/completions"
 COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort", "git_branch",
            "tokens_used", "created_at", "created_at_ms", "updated_at", "updated_at_ms",
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
@@ -206,6 +207,25 @@ class TerminalTest(unittest.TestCase):
         self.assertEqual((status["running"], status["completed"]), (1, 0))
         bar = json.loads(self.run_program("status", "--format=waybar"))
         self.assertEqual((bar["class"], bar["text"]), ("running", "进行中 1 · 已完成 0"))
+
+    def completions(self, *words):
+        (self.home / "tallyview").unlink(missing_ok=True)
+        (self.home / "tallyview").symlink_to(PROGRAM)
+        return subprocess.run(
+            ["bash", "-c", '. "$0"; COMP_WORDS=(tallyview "$@") COMP_CWORD=$#; _tallyview; '
+             'eval "printf \'%s\\n\' ${COMPREPLY[*]}"', COMPLETIONS / "tallyview.bash", *words],
+            env=self.environment, cwd=self.home, text=True, check=True,
+            stdout=subprocess.PIPE).stdout.splitlines()
+
+    def test_completions_are_offered_as_they_are(self):
+        names = ["$(touch run)", "`touch run`", "* ;touch run", "a b"]
+        for name in names:
+            self.add(name, "T", cwd=f"/src/{name}")
+        self.assertCountEqual(self.completions("show", ""), names)
+        self.assertCountEqual(self.completions("--project", "="), names)
+        self.assertEqual(self.completions("show", "a"), ["a b"])
+        self.assertEqual(self.completions("--status", "=", "c"), ["completed"])
+        self.assertFalse((self.home / "run").exists())
 
     def test_errors(self):
         for arguments in (["--foo"], ["-n"], ["-n0"], ["--json=1"], ["--status=x"], ["frob"],
