@@ -15,7 +15,8 @@ namespace {
 constexpr std::string_view enterSequence = "\033[?1049h\033[?25l\033[?7l";
 constexpr std::string_view leaveSequence = "\033[?7h\033[?25h\033[?1049l";
 constexpr std::string_view toTop = "\033[H";
-constexpr std::string_view eraseRestOfLine = "\033[K";
+// Before the text: behind one as wide as the screen it would take the last character.
+constexpr std::string_view eraseLine = "\033[K";
 constexpr std::string_view eraseBelow = "\033[J";
 
 } // namespace
@@ -77,9 +78,9 @@ void Screen::show(const std::vector<std::string> &lines) {
     const std::size_t rows = m_output.size().rows;
     std::string picture(toTop);
     for (std::size_t i = 0; i < lines.size() && i < rows; ++i) {
-        picture.append(i > 0 ? "\r\n" : "").append(lines[i]).append(eraseRestOfLine);
+        picture.append(i > 0 ? "\r\n" : "").append(eraseLine).append(lines[i]);
     }
-    // Below the last row there is nothing, and from its end the character there would go.
+    // Below the last row there is nothing, and the row would scroll.
     picture += lines.size() < rows ? std::string("\r\n").append(eraseBelow) : std::string();
     if (std::exchange(m_shown, picture) != picture) {
         m_output.write(picture);

@@ -172,22 +172,24 @@ class TerminalTest(unittest.TestCase):
                 self.assertLess(text.count("\u0301"), 20 if "--json" not in arguments else 1e6)
         self.assertEqual(self.titles("-n1"), [HOSTILE])
         self.assertEqual(self.titles()[1], "Plain api_key=[REDACTED]")
-        screen = self.on_tmux(60, 10)
-        self.assertEqual(screen[0], "刚刚  2")
-        self.assertTrue(screen[1].startswith("● 进行中  h1  5 分钟前  ") and screen[1].endswith("…"), screen)
-        self.assertTrue(screen[2].endswith("Plain api_key=[REDACTED]"), screen)
-        self.assertEqual(screen[3:], ["$"])
+        for arguments, end in (("", ["$"]), ("watch", [])):
+            screen = self.on_tmux(60, 10, arguments, until=(end or ["REDACTED"])[0])
+            self.assertEqual(screen[0], "刚刚  2")
+            self.assertTrue(screen[1].startswith("● 进行中  h1  5 分钟前  "), screen)
+            self.assertTrue(screen[1].endswith("…"), screen)
+            self.assertTrue(screen[2].endswith("Plain api_key=[REDACTED]"), screen)
+            self.assertEqual(screen[3:], end)
 
-    def on_tmux(self, columns, rows):
+    def on_tmux(self, columns, rows, arguments, until):
         tmux = ["tmux", "-f/dev/null", "-S", str(self.home / "tmux")]
         environment = self.environment | {"LANG": "C.UTF-8"}
         subprocess.run([*tmux, "new-session", "-d", "-x", str(columns), "-y", str(rows),
-                        f"{PROGRAM}; printf '$'; exec sleep 60"], env=environment, check=True)
+                        f"{PROGRAM} {arguments}; printf '$'; exec sleep 60"], env=environment, check=True)
         try:
             for _ in range(100):
                 screen = subprocess.run([*tmux, "capture-pane", "-p"], env=environment, text=True,
                                         stdout=subprocess.PIPE, check=True).stdout
-                if "$" in screen:
+                if until in screen:
                     return screen.rstrip().splitlines()
                 time.sleep(0.1)
             self.fail(screen)
