@@ -32,6 +32,19 @@ void addWrapped(std::vector<std::string> &lines, const std::string &label, std::
     }
 }
 
+/// The title, whose further lines are indented.
+void addTitle(std::vector<std::string> &lines, std::string_view title, std::size_t columns,
+              Paint paint) {
+    const std::string_view first = wrappedAt(title, columns).front();
+    lines.emplace_back(first);
+    if (first.size() < title.size()) {
+        addWrapped(lines, {}, indent, title.substr(first.size()), columns);
+    }
+    for (std::string &line : lines) {
+        line = paint(line, Tone::strong);
+    }
+}
+
 void addProperties(std::vector<std::string> &lines, const QList<DetailProperty> &properties,
                    std::size_t columns) {
     std::size_t widest = 0;
@@ -47,10 +60,7 @@ void addProperties(std::vector<std::string> &lines, const QList<DetailProperty> 
 
 std::vector<std::string> sheetLines(const ThreadDetail &detail, std::size_t columns, Paint paint) {
     std::vector<std::string> lines;
-    const std::string title = text(detail.title);
-    for (const std::string_view piece : wrappedAt(title, columns)) {
-        lines.push_back(paint(piece, Tone::strong));
-    }
+    addTitle(lines, text(detail.title), columns, paint);
     const std::string state = (detail.active ? "● " : "○ ") + text(detail.stateLabel) +
                               (detail.pinned ? "  ★  " : "  ") + text(detail.badge);
     lines.push_back(paint(cutTo(state, columns), detail.active ? Tone::running : Tone::faint));
