@@ -21,8 +21,8 @@ public:
     explicit Screen(Output &output);
     ~Screen() override;
 
-    /// Shows as many of `lines`, each at most as wide as the screen, as there is room for. What is
-    /// shown already is not written again.
+    /// Shows as many of `lines` as there is room for, and of a line wider than the screen its
+    /// beginning. What is shown already is not written again.
     void show(const std::vector<std::string> &lines);
 
 signals:

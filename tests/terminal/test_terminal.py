@@ -252,13 +252,18 @@ class TerminalTest(unittest.TestCase):
         self.assertIn("--oldest-first", self.run_program("--help"))
         self.assertRegex(self.run_program("--version"), r"^tallyview \d")
 
+    def test_a_long_title_forges_no_property(self):
+        self.add("k1", "x" * 40 + "项目       forged" + "y" * 60)
+        lines = self.lines_on_terminal("show", "k1", columns=40, NO_COLOR="1")
+        self.assertEqual(lines[1:3], ["  项目       forged" + "y" * 21, "  " + "y" * 38])
+
     def test_lines_fit_the_terminal(self):
         self.add("l1", "修正排序 👩‍👩‍👧 e\u0301 " * 30, cwd="/src/" + "项目" * 30)
-        for columns in (10, 11, 24, 40, 80, 1000):
+        for columns in (1, 9, 10, 11, 24, 40, 80, 1000):
             for arguments in ([], ["show", "l1"]):
                 with self.subTest(columns=columns, arguments=arguments):
                     lines = self.lines_on_terminal(*arguments, columns=columns, NO_COLOR="1")
-                    self.assertLessEqual(max(map(columns_of, lines)), columns)
+                    self.assertLessEqual(max(map(columns_of, lines)), max(columns, 10))
         for environment, coloured in (({}, True), ({"NO_COLOR": "1"}, False), ({"TERM": "dumb"}, False)):
             text = "".join(self.lines_on_terminal(**environment))
             self.assertEqual("\x1b[32m" in text, coloured)
