@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import pty
+import re
 import select
 import signal
 import sqlite3
@@ -29,6 +30,7 @@ COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
 HOSTILE = ("".join(map(chr, [*range(1, 32), *range(127, 160)])) + "\x1b]52;c;cHduZWQ=\x07\x1b[2J"
            "\u202eevil\u2066\u200f\u2028forged\u2029line\u200d\ufeff" + "a" + "\u0301" * 10000 + "END")
+LEAVE = "\x1b[?7h\x1b[?25h\x1b[?1049l"
 
 
 def columns_of(text):
@@ -75,12 +77,12 @@ class TerminalTest(unittest.TestCase):
         return [thread["title"] for thread in json.loads(self.run_program("--json", *arguments))]
 
     @contextlib.contextmanager
-    def on_terminal(self, *arguments, columns=80, rows=24, **environment):
+    def on_terminal(self, *arguments, program=(PROGRAM,), columns=80, rows=24, **environment):
         """The process and the terminal's other end, which reads what the process has written."""
         child, terminal = pty.fork()
         if child == 0:
             fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
-            os.execve(PROGRAM, [PROGRAM, *arguments], self.environment | environment)
+            os.execvpe(program[0], [*program, *arguments], self.environment | environment)
         try:
             yield child, terminal
         finally:
@@ -101,7 +103,14 @@ class TerminalTest(unittest.TestCase):
         return text.decode()
 
     def status_of(self, child):
-        return os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])
+        for _ in range(200):
+            ended, status = os.waitpid(child, os.WNOHANG)
+            if ended:
+                return os.waitstatus_to_exitcode(status)
+            time.sleep(0.05)
+        os.kill(child, signal.SIGKILL)
+        os.waitpid(child, 0)
+        return self.fail("it does not end")
 
     def lines_on_terminal(self, *arguments, **options):
         with self.on_terminal(*arguments, **options) as (child, terminal):
@@ -273,24 +282,46 @@ class TerminalTest(unittest.TestCase):
         self.add("m1", "First")
         for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
             with self.on_terminal("watch", "--interval=1") as (child, terminal):
-                settings = termios.tcgetattr(terminal)
                 self.read(terminal, "First")
                 if number == signal.SIGINT:
                     self.add("m2", "Second")
                     self.read(terminal, "Second")
                     fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("4H", 24, 10, 0, 0))
                     self.read(terminal, "Sec")
-                    os.kill(child, signal.SIGTSTP)
-                    self.read(terminal, "\x1b[?1049l")
-                    os.waitpid(child, os.WUNTRACED)
-                    self.assertEqual(termios.tcgetattr(terminal), settings)
-                    os.kill(child, signal.SIGCONT)
-                    self.read(terminal, "First")
-                    os.write(terminal, b"q\x03")
+                    os.write(terminal, b"q\x1a")  # with no shell to wake it, it goes on
+                    self.read(terminal, "\x1b[?1049l\x1b[?1049h")
+                    self.add("m3", "Third")
+                    self.read(terminal, "Third")
+                    os.write(terminal, b"\x1c\x03")
                 else:
                     os.kill(child, number)
-                self.assertTrue(self.read(terminal).endswith("\x1b[?7h\x1b[?25h\x1b[?1049l"))
+                self.assertTrue(self.read(terminal).endswith(LEAVE))
                 self.assertEqual(self.status_of(child), 0)
+
+    def test_watch_gives_a_shell_its_terminal_back(self):
+        self.add("m1", "First")
+        script = 'stty -g; "$0" watch; echo "ended $?"; stty -g; fg; echo "ended $?"; stty -g'
+        with self.on_terminal(program=("bash", "-mc", script, PROGRAM)) as (child, terminal):
+            shown = self.read(terminal, "First")
+            os.write(terminal, b"\x1a")
+            shown += self.read(terminal, "First")
+            os.write(terminal, b"\x03")
+            shown += self.read(terminal)
+            self.assertEqual(re.findall(r"ended (\d+)", shown), [str(128 + signal.SIGTSTP), "0"])
+            self.assertEqual(len(set(re.findall(r"\S+(?::\S+){9,}", shown))), 1, shown)
+            self.assertEqual(self.status_of(child), 0)
+
+    def test_control_c_twice_leaves_the_terminal_in_order(self):
+        for number in range(300):
+            self.add(f"m{number}", "x" * 280)
+        with self.on_terminal("watch", columns=300, rows=300) as (child, terminal):
+            self.read(terminal, "xxx")  # the rest is more than the terminal takes unread
+            for _ in range(2):
+                time.sleep(0.3)
+                os.kill(child, signal.SIGINT)
+            self.assertTrue(self.read(terminal).endswith(LEAVE))
+            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)
+            self.assertEqual(self.status_of(child), -signal.SIGINT)
 
     def watch_through_pipe(self, *arguments):
         watch = subprocess.Popen([PROGRAM, "watch", "--interval=1", *arguments], text=True,
