@@ -44,4 +44,9 @@ void Output::write(std::string_view bytes) {
     }
 }
 
+bool Output::hasReader() const {
+    pollfd end{.fd = STDOUT_FILENO, .events = 0, .revents = 0};
+    return poll(&end, 1, 0) <= 0 || (end.revents & (POLLHUP | POLLERR)) == 0;
+}
+
 } // namespace tallyview

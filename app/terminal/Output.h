@@ -21,6 +21,9 @@ public:
 
     /// Writes all of `bytes`, or remembers why that failed and writes no more.
     void write(std::string_view bytes);
+    /// Whether what is written can still reach anybody: not if the terminal or the pipe's reader
+    /// has gone.
+    bool hasReader() const;
     /// Why writing failed, as errno has it; 0 while it did not.
     int error() const { return m_error; }
 

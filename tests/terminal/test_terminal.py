@@ -323,6 +323,14 @@ class TerminalTest(unittest.TestCase):
             self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)
             self.assertEqual(self.status_of(child), -signal.SIGINT)
 
+    def test_watch_ends_without_its_terminal(self):
+        self.add("m1", "First")
+        self.addCleanup(signal.signal, signal.SIGHUP, signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        for arguments, shown in (((), "First"), (("--json",), "")):
+            with self.on_terminal("watch", "--interval=1", *arguments) as (child, terminal):
+                self.read(terminal, shown)
+            self.assertGreaterEqual(self.status_of(child), 0)
+
     def watch_through_pipe(self, *arguments):
         watch = subprocess.Popen([PROGRAM, "watch", "--interval=1", *arguments], text=True,
                                  env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
