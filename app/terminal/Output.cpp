@@ -2,12 +2,19 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <cerrno>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace tallyview {
+
+namespace {
+
+constexpr std::size_t narrowest = 10;
+
+} // namespace
 
 bool Output::standardOutputIsTerminal() { return isatty(STDOUT_FILENO) == 1; }
 
@@ -19,7 +26,7 @@ bool Output::isScreen() const {
 Output::Size Output::size() const {
     winsize window{};
     ioctl(STDOUT_FILENO, TIOCGWINSZ, &window);
-    return {.columns = window.ws_col > 0 ? window.ws_col : std::size_t{80},
+    return {.columns = window.ws_col > 0 ? std::max(narrowest, std::size_t{window.ws_col}) : 80,
             .rows = window.ws_row > 0 ? window.ws_row : std::size_t{24}};
 }
 
@@ -35,6 +42,11 @@ void Output::write(std::string_view bytes) {
             m_error = errno;
         }
     }
+}
+
+bool Output::hasReader() const {
+    pollfd end{.fd = STDOUT_FILENO, .events = 0, .revents = 0};
+    return poll(&end, 1, 0) <= 0 || (end.revents & (POLLHUP | POLLERR)) == 0;
 }
 
 } // namespace tallyview

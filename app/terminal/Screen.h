@@ -2,17 +2,18 @@
 
 #include "app/terminal/Output.h"
 
-#include <QObject>
+#include <QSocketNotifier>
 
+#include <csignal>
+#include <memory>
 #include <string>
-#include <termios.h>
 #include <vector>
 
 namespace tallyview {
 
-/// The terminal's second screen, on which keys do not show; its own comes back as it was with the
-/// end of this object and while the process is stopped (Control-Z). At most one object, made before
-/// any thread. Main thread.
+/// The terminal's second screen, on which keys do not show and Control-\ does nothing; its own
+/// comes back as it was with the end of this object and while the process is stopped (Control-Z).
+/// At most one object, made before any thread. Main thread.
 class Screen : public QObject {
     Q_OBJECT
 
@@ -21,8 +22,12 @@ public:
     explicit Screen(Output &output);
     ~Screen() override;
 
-    /// Shows as many of `lines`, each at most as wide as the screen, as there is room for. What is
-    /// shown already is not written again.
+    /// Brings the terminal's own screen back, if it is not shown, as the last act of the process; a
+    /// signal handler may do that.
+    static void leaveAtOnce();
+
+    /// Shows as many of `lines` as there is room for, and of a line wider than the screen its
+    /// beginning. What is shown already is not written again.
     void show(const std::vector<std::string> &lines);
 
 signals:
@@ -31,13 +36,14 @@ signals:
 
 private:
     void watchSignals();
-    void readSignal(int descriptor);
+    void readSignals(int descriptor);
+    void stop();
     void enter();
     void leave();
 
     Output &m_output;
-    bool m_hasKeys = false; ///< standard input is the terminal
-    termios m_settings{};   ///< as they were
+    sigset_t m_maskBefore{};
+    std::unique_ptr<QSocketNotifier> m_signals; ///< of a signalfd; none if there could not be one
     std::string m_shown;
 };
 

@@ -151,8 +151,8 @@ int TerminalProgram::open(const ThreadRecord &thread) {
 }
 
 int TerminalProgram::watch() {
+    const TerminationSignals termination(&Screen::leaveAtOnce);
     Watch watch(m_model, m_arguments, m_output, m_paint);
-    const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, qApp, &QCoreApplication::quit);
     QObject::connect(&watch, &Watch::ended, qApp, &QCoreApplication::quit);
     m_model.startMonitoring();

@@ -14,8 +14,6 @@ namespace {
 constexpr std::size_t indent = 2;
 constexpr std::size_t narrowestValue = 8;
 
-std::string text(const QString &shown) { return terminalText(shown.toStdString()); }
-
 /// Adds `text` behind `label`, which is padded to `labelColumns`, and its further lines below it;
 /// where that leaves little room, all of it below the label.
 void addWrapped(std::vector<std::string> &lines, const std::string &label, std::size_t labelColumns,
@@ -32,14 +30,28 @@ void addWrapped(std::vector<std::string> &lines, const std::string &label, std::
     }
 }
 
+/// The title, whose further lines are indented.
+void addTitle(std::vector<std::string> &lines, std::string_view title, std::size_t columns,
+              Paint paint) {
+    const std::string_view first = wrappedAt(title, columns).front();
+    lines.emplace_back(first);
+    if (first.size() < title.size()) {
+        addWrapped(lines, {}, indent, title.substr(first.size()), columns);
+    }
+    for (std::string &line : lines) {
+        line = paint(line, Tone::strong);
+    }
+}
+
 void addProperties(std::vector<std::string> &lines, const QList<DetailProperty> &properties,
                    std::size_t columns) {
     std::size_t widest = 0;
     for (const DetailProperty &property : properties) {
-        widest = std::max(widest, displayWidth(text(property.label)));
+        widest = std::max(widest, displayWidth(terminalText(property.label)));
     }
     for (const DetailProperty &property : properties) {
-        addWrapped(lines, text(property.label), widest + indent, text(property.value), columns);
+        addWrapped(lines, terminalText(property.label), widest + indent,
+                   terminalText(property.value), columns);
     }
 }
 
@@ -47,18 +59,15 @@ void addProperties(std::vector<std::string> &lines, const QList<DetailProperty> 
 
 std::vector<std::string> sheetLines(const ThreadDetail &detail, std::size_t columns, Paint paint) {
     std::vector<std::string> lines;
-    const std::string title = text(detail.title);
-    for (const std::string_view piece : wrappedAt(title, columns)) {
-        lines.push_back(paint(piece, Tone::strong));
-    }
-    const std::string state = (detail.active ? "● " : "○ ") + text(detail.stateLabel) +
-                              (detail.pinned ? "  ★  " : "  ") + text(detail.badge);
+    addTitle(lines, terminalText(detail.title), columns, paint);
+    const std::string state = (detail.active ? "● " : "○ ") + terminalText(detail.stateLabel) +
+                              (detail.pinned ? "  ★  " : "  ") + terminalText(detail.badge);
     lines.push_back(paint(cutTo(state, columns), detail.active ? Tone::running : Tone::faint));
     lines.emplace_back();
     addProperties(lines, detail.properties, columns);
     lines.emplace_back();
     for (const QString &line : detail.preview.split(u'\n')) {
-        addWrapped(lines, {}, indent, text(line), columns);
+        addWrapped(lines, {}, indent, terminalText(line), columns);
     }
     return lines;
 }

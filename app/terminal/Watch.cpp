@@ -49,7 +49,7 @@ void Watch::showRefresh() {
         complain(*error);
     }
     m_told = error;
-    if (m_output.error() != 0 || m_left == 0) {
+    if (m_output.error() != 0 || !m_output.hasReader() || m_left == 0) {
         emit ended();
     }
 }

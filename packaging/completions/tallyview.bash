@@ -1,5 +1,16 @@
 # Completes the arguments of tallyview in bash.
+
+# Offers the lines of its input that begin with $1. They come from the database: what is in them
+# must reach the command line as it is, and compgen -W would run it.
+_tallyview_offer() {
+    local line
+    while IFS= read -r line; do
+        [[ $line != "$1"* ]] || COMPREPLY+=("$(printf '%q' "$line")")
+    done
+}
+
 _tallyview() {
+    COMPREPLY=()
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words
     # "--name=value" comes as three words.
     if [[ $current == '=' ]]; then
@@ -13,14 +24,13 @@ _tallyview() {
     --format) words="plain waybar" ;;
     --color) words="auto always never" ;;
     --project)
-        local name IFS=$'\n'
-        for name in $(tallyview projects 2>/dev/null); do
-            [[ $name != "$current"* ]] || COMPREPLY+=("$(printf '%q' "$name")")
-        done
+        _tallyview_offer "$current" < <(tallyview projects 2>/dev/null)
         return
         ;;
     show | open)
-        words=$(tallyview --all --json 2>/dev/null | sed -n 's/^\[*{"id":"\([^"\\]*\)".*/\1/p')
+        _tallyview_offer "$current" < <(tallyview --all --json 2>/dev/null |
+            sed -n 's/^\[*{"id":"\([^"\\]*\)".*/\1/p')
+        return
         ;;
     --search | --interval | -n) return ;;
     *)

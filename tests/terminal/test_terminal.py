@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import pty
+import re
 import select
 import signal
 import sqlite3
@@ -23,11 +24,13 @@ import unicodedata
 import unittest
 
 PROGRAM = os.path.realpath(sys.argv.pop(1))
+COMPLETIONS = pathlib.Path(__file__).resolve().parents[2] / "packaging/completions"
 COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort", "git_branch",
            "tokens_used", "created_at", "created_at_ms", "updated_at", "updated_at_ms",
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
 HOSTILE = ("".join(map(chr, [*range(1, 32), *range(127, 160)])) + "\x1b]52;c;cHduZWQ=\x07\x1b[2J"
            "\u202eevil\u2066\u200f\u2028forged\u2029line\u200d\ufeff" + "a" + "\u0301" * 10000 + "END")
+LEAVE = "\x1b[?7h\x1b[?25h\x1b[?1049l"
 
 
 def columns_of(text):
@@ -74,12 +77,12 @@ class TerminalTest(unittest.TestCase):
         return [thread["title"] for thread in json.loads(self.run_program("--json", *arguments))]
 
     @contextlib.contextmanager
-    def on_terminal(self, *arguments, columns=80, rows=24, **environment):
+    def on_terminal(self, *arguments, program=(PROGRAM,), columns=80, rows=24, **environment):
         """The process and the terminal's other end, which reads what the process has written."""
         child, terminal = pty.fork()
         if child == 0:
             fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
-            os.execve(PROGRAM, [PROGRAM, *arguments], self.environment | environment)
+            os.execvpe(program[0], [*program, *arguments], self.environment | environment)
         try:
             yield child, terminal
         finally:
@@ -100,7 +103,14 @@ class TerminalTest(unittest.TestCase):
         return text.decode()
 
     def status_of(self, child):
-        return os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])
+        for _ in range(200):
+            ended, status = os.waitpid(child, os.WNOHANG)
+            if ended:
+                return os.waitstatus_to_exitcode(status)
+            time.sleep(0.05)
+        os.kill(child, signal.SIGKILL)
+        os.waitpid(child, 0)
+        return self.fail("it does not end")
 
     def lines_on_terminal(self, *arguments, **options):
         with self.on_terminal(*arguments, **options) as (child, terminal):
@@ -175,22 +185,24 @@ class TerminalTest(unittest.TestCase):
                 self.assertLess(text.count("\u0301"), 20 if "--json" not in arguments else 1e6)
         self.assertEqual(self.titles("-n1"), [HOSTILE])
         self.assertEqual(self.titles()[1], "Plain api_key=[REDACTED]")
-        screen = self.on_tmux(60, 10)
-        self.assertEqual(screen[0], "刚刚  2")
-        self.assertTrue(screen[1].startswith("● 进行中  h1  5 分钟前  ") and screen[1].endswith("…"), screen)
-        self.assertTrue(screen[2].endswith("Plain api_key=[REDACTED]"), screen)
-        self.assertEqual(screen[3:], ["$"])
+        for arguments, end in (("", ["$"]), ("watch", [])):
+            screen = self.on_tmux(60, 10, arguments, until=(end or ["REDACTED"])[0])
+            self.assertEqual(screen[0], "刚刚  2")
+            self.assertTrue(screen[1].startswith("● 进行中  h1  5 分钟前  "), screen)
+            self.assertTrue(screen[1].endswith("…"), screen)
+            self.assertTrue(screen[2].endswith("Plain api_key=[REDACTED]"), screen)
+            self.assertEqual(screen[3:], end)
 
-    def on_tmux(self, columns, rows):
+    def on_tmux(self, columns, rows, arguments, until):
         tmux = ["tmux", "-f/dev/null", "-S", str(self.home / "tmux")]
         environment = self.environment | {"LANG": "C.UTF-8"}
         subprocess.run([*tmux, "new-session", "-d", "-x", str(columns), "-y", str(rows),
-                        f"{PROGRAM}; printf '$'; exec sleep 60"], env=environment, check=True)
+                        f"{PROGRAM} {arguments}; printf '$'; exec sleep 60"], env=environment, check=True)
         try:
             for _ in range(100):
                 screen = subprocess.run([*tmux, "capture-pane", "-p"], env=environment, text=True,
                                         stdout=subprocess.PIPE, check=True).stdout
-                if "$" in screen:
+                if until in screen:
                     return screen.rstrip().splitlines()
                 time.sleep(0.1)
             self.fail(screen)
@@ -210,6 +222,25 @@ class TerminalTest(unittest.TestCase):
         self.assertEqual((status["running"], status["completed"]), (1, 0))
         bar = json.loads(self.run_program("status", "--format=waybar"))
         self.assertEqual((bar["class"], bar["text"]), ("running", "进行中 1 · 已完成 0"))
+
+    def completions(self, *words):
+        (self.home / "tallyview").unlink(missing_ok=True)
+        (self.home / "tallyview").symlink_to(PROGRAM)
+        return subprocess.run(
+            ["bash", "-c", '. "$0"; COMP_WORDS=(tallyview "$@") COMP_CWORD=$#; _tallyview; '
+             'eval "printf \'%s\\n\' ${COMPREPLY[*]}"', COMPLETIONS / "tallyview.bash", *words],
+            env=self.environment, cwd=self.home, text=True, check=True,
+            stdout=subprocess.PIPE).stdout.splitlines()
+
+    def test_completions_are_offered_as_they_are(self):
+        names = ["$(touch run)", "`touch run`", "* ;touch run", "a b"]
+        for name in names:
+            self.add(name, "T", cwd=f"/src/{name}")
+        self.assertCountEqual(self.completions("show", ""), names)
+        self.assertCountEqual(self.completions("--project", "="), names)
+        self.assertEqual(self.completions("show", "a"), ["a b"])
+        self.assertEqual(self.completions("--status", "=", "c"), ["completed"])
+        self.assertFalse((self.home / "run").exists())
 
     def test_errors(self):
         for arguments in (["--foo"], ["-n"], ["-n0"], ["--json=1"], ["--status=x"], ["frob"],
@@ -234,13 +265,18 @@ class TerminalTest(unittest.TestCase):
         self.assertIn("--oldest-first", self.run_program("--help"))
         self.assertRegex(self.run_program("--version"), r"^tallyview \d")
 
+    def test_a_long_title_forges_no_property(self):
+        self.add("k1", "x" * 40 + "项目       forged" + "y" * 60)
+        lines = self.lines_on_terminal("show", "k1", columns=40, NO_COLOR="1")
+        self.assertEqual(lines[1:3], ["  项目       forged" + "y" * 21, "  " + "y" * 38])
+
     def test_lines_fit_the_terminal(self):
         self.add("l1", "修正排序 👩‍👩‍👧 e\u0301 " * 30, cwd="/src/" + "项目" * 30)
-        for columns in (10, 11, 24, 40, 80, 1000):
+        for columns in (1, 9, 10, 11, 24, 40, 80, 1000):
             for arguments in ([], ["show", "l1"]):
                 with self.subTest(columns=columns, arguments=arguments):
                     lines = self.lines_on_terminal(*arguments, columns=columns, NO_COLOR="1")
-                    self.assertLessEqual(max(map(columns_of, lines)), columns)
+                    self.assertLessEqual(max(map(columns_of, lines)), max(columns, 10))
         for environment, coloured in (({}, True), ({"NO_COLOR": "1"}, False), ({"TERM": "dumb"}, False)):
             text = "".join(self.lines_on_terminal(**environment))
             self.assertEqual("\x1b[32m" in text, coloured)
@@ -250,24 +286,54 @@ class TerminalTest(unittest.TestCase):
         self.add("m1", "First")
         for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
             with self.on_terminal("watch", "--interval=1") as (child, terminal):
-                settings = termios.tcgetattr(terminal)
                 self.read(terminal, "First")
                 if number == signal.SIGINT:
                     self.add("m2", "Second")
                     self.read(terminal, "Second")
                     fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("4H", 24, 10, 0, 0))
                     self.read(terminal, "Sec")
-                    os.kill(child, signal.SIGTSTP)
-                    self.read(terminal, "\x1b[?1049l")
-                    os.waitpid(child, os.WUNTRACED)
-                    self.assertEqual(termios.tcgetattr(terminal), settings)
-                    os.kill(child, signal.SIGCONT)
-                    self.read(terminal, "First")
-                    os.write(terminal, b"q\x03")
+                    os.write(terminal, b"q\x1a")  # with no shell to wake it, it goes on
+                    self.read(terminal, "\x1b[?1049l\x1b[?1049h")
+                    self.add("m3", "Third")
+                    self.read(terminal, "Third")
+                    os.write(terminal, b"\x1c\x03")
                 else:
                     os.kill(child, number)
-                self.assertTrue(self.read(terminal).endswith("\x1b[?7h\x1b[?25h\x1b[?1049l"))
+                self.assertTrue(self.read(terminal).endswith(LEAVE))
                 self.assertEqual(self.status_of(child), 0)
+
+    def test_watch_gives_a_shell_its_terminal_back(self):
+        self.add("m1", "First")
+        script = 'stty -g; "$0" watch; echo "ended $?"; stty -g; fg; echo "ended $?"; stty -g'
+        with self.on_terminal(program=("bash", "-mc", script, PROGRAM)) as (child, terminal):
+            shown = self.read(terminal, "First")
+            os.write(terminal, b"\x1a")
+            shown += self.read(terminal, "First")
+            os.write(terminal, b"\x03")
+            shown += self.read(terminal)
+            self.assertEqual(re.findall(r"ended (\d+)", shown), [str(128 + signal.SIGTSTP), "0"])
+            self.assertEqual(len(set(re.findall(r"\S+(?::\S+){9,}", shown))), 1, shown)
+            self.assertEqual(self.status_of(child), 0)
+
+    def test_control_c_twice_leaves_the_terminal_in_order(self):
+        for number in range(300):
+            self.add(f"m{number}", "x" * 280)
+        with self.on_terminal("watch", columns=300, rows=300) as (child, terminal):
+            self.read(terminal, "xxx")  # the rest is more than the terminal takes unread
+            for _ in range(2):
+                time.sleep(0.3)
+                os.kill(child, signal.SIGINT)
+            self.assertTrue(self.read(terminal).endswith(LEAVE))
+            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)
+            self.assertEqual(self.status_of(child), -signal.SIGINT)
+
+    def test_watch_ends_without_its_terminal(self):
+        self.add("m1", "First")
+        self.addCleanup(signal.signal, signal.SIGHUP, signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        for arguments, shown in (((), "First"), (("--json",), "")):
+            with self.on_terminal("watch", "--interval=1", *arguments) as (child, terminal):
+                self.read(terminal, shown)
+            self.assertGreaterEqual(self.status_of(child), 0)
 
     def watch_through_pipe(self, *arguments):
         watch = subprocess.Popen([PROGRAM, "watch", "--interval=1", *arguments], text=True,
