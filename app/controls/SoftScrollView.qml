@@ -3,10 +3,9 @@ import QtQuick.Templates as T
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
-/// A view that scrolls by wheel, touchpad, touch, the page keys and the knobs of slim scrollers.
-/// The content sets `contentHeight`, and `contentWidth` too if it is not the view's. Dragging with
-/// the mouse is left to the content, for selecting text and pressing buttons. A control that the
-/// keyboard's focus reaches comes into view.
+/// A view that scrolls by wheel, touchpad, touch, page keys and the knobs of slim scrollers. The
+/// content sets `contentHeight`, and `contentWidth` if it is not the view's. Dragging with the mouse
+/// is left to the content. A control that the keyboard's focus reaches comes into view.
 Flickable {
     id: view
 
