@@ -1,6 +1,7 @@
 """The application as a person meets it: a real window, a real bus, real daemons."""
 
 import re
+import signal
 import subprocess
 import time
 import unittest
@@ -295,6 +296,23 @@ class Background(OnTheDesktop):
         self.expect(*REFRESH)
         tray.choose("退出")
         self.assertEqual(desktop.processes["application"].wait(10), 0)
+
+    def test_of_many_starts_at_once_one_stays(self):
+        starts = [subprocess.Popen([PROGRAM], env=self.desktop.environment) for _ in range(12)]
+
+        def left():
+            return [each for each in starts if each.poll() is None]
+
+        until(lambda: len(left()) == 1, "all but one have ended", 60)
+        self.expect(*REFRESH)
+        left()[0].terminate()
+        self.assertEqual({each.wait(10) for each in starts}, {0})
+
+    def test_it_can_be_ended_at_any_time(self):
+        for delay in (0, 0.05, 0.1, 0.2, 0.4, 0.8):
+            self.desktop.start("starting", PROGRAM)
+            time.sleep(delay)
+            self.assertIn(self.desktop.stop("starting"), (0, -signal.SIGTERM))
 
     def test_it_starts_without_a_window(self):
         desktop = self.desktop
