@@ -30,7 +30,7 @@ COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
 HOSTILE = ("".join(map(chr, [*range(1, 32), *range(127, 160)])) + "\x1b]52;c;cHduZWQ=\x07\x1b[2J"
            "\u202eevil\u2066\u200f\u2028forged\u2029line\u200d\ufeff" + "a" + "\u0301" * 10000 + "END")
-LEAVE = "\x1b[?7h\x1b[?25h\x1b[?1049l"
+LEAVE = "\x1b[m\x1b[?7h\x1b[?25h\x1b[?1049l"
 
 
 def columns_of(text):
