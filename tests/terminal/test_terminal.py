@@ -190,7 +190,7 @@ class TerminalTest(unittest.TestCase):
             self.assertEqual(screen[3:], end)
 
     def on_tmux(self, columns, rows, arguments, until):
-        tmux = ["tmux", "-f/dev/null", "-S", str(self.home / "tmux")]
+        tmux = ["tmux", "-f/dev/null", "-S", str(self.home / f"tmux{arguments}")]
         environment = self.environment | {"LANG": "C.UTF-8"}
         subprocess.run([*tmux, "new-session", "-d", "-x", str(columns), "-y", str(rows),
                         f"{PROGRAM} {arguments}; printf '$'; exec sleep 60"], env=environment, check=True)
