@@ -43,6 +43,7 @@ class TerminalTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="tallyview-terminal-")
         self.addCleanup(folder.cleanup)
         self.home = pathlib.Path(folder.name)
+        self.now = int(time.time())  # the same for all threads, so that their order is certain
         (self.home / ".orvik").mkdir()
         self.environment = {"HOME": folder.name, "XDG_CONFIG_HOME": f"{folder.name}/.config",
                             "PATH": f"{folder.name}:{os.environ['PATH']}", "LANG": "C",
@@ -56,7 +57,7 @@ class TerminalTest(unittest.TestCase):
         rollout = self.home / f"{number}.jsonl"
         self.set_running(number, running)
         values = {"id": number, "title": title, "cwd": "/src/atlas", "source": "cli",
-                  "updated_at": int(time.time()) - age, "rollout_path": str(rollout)} | values
+                  "updated_at": self.now - age, "rollout_path": str(rollout)} | values
         self.database.execute(
             f"INSERT INTO threads ({', '.join(values)}) VALUES ({', '.join('?' * len(values))})",
             list(values.values()))
