@@ -10,9 +10,9 @@ namespace tallyview {
 
 namespace {
 
-// Second screen, no cursor, and no line that goes on in the next one.
+// Second screen, no cursor, and no line that goes on in the next one; the end may find a colour on.
 constexpr std::string_view enterSequence = "\033[?1049h\033[?25l\033[?7l";
-constexpr std::string_view leaveSequence = "\033[?7h\033[?25h\033[?1049l";
+constexpr std::string_view leaveSequence = "\033[m\033[?7h\033[?25h\033[?1049l";
 constexpr std::string_view toTop = "\033[H";
 // Before the text: behind one as wide as the screen it would take the last character.
 constexpr std::string_view eraseLine = "\033[K";

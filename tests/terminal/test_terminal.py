@@ -30,7 +30,7 @@ COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
 HOSTILE = ("".join(map(chr, [*range(1, 32), *range(127, 160)])) + "\x1b]52;c;cHduZWQ=\x07\x1b[2J"
            "\u202eevil\u2066\u200f\u2028forged\u2029line\u200d\ufeff" + "a" + "\u0301" * 10000 + "END")
-LEAVE = "\x1b[?7h\x1b[?25h\x1b[?1049l"
+LEAVE = "\x1b[m\x1b[?7h\x1b[?25h\x1b[?1049l"
 
 
 def columns_of(text):
@@ -43,6 +43,7 @@ class TerminalTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="tallyview-terminal-")
         self.addCleanup(folder.cleanup)
         self.home = pathlib.Path(folder.name)
+        self.now = int(time.time())  # the same for all threads, so that their order is certain
         (self.home / ".orvik").mkdir()
         self.environment = {"HOME": folder.name, "XDG_CONFIG_HOME": f"{folder.name}/.config",
                             "PATH": f"{folder.name}:{os.environ['PATH']}", "LANG": "C",
@@ -56,7 +57,7 @@ class TerminalTest(unittest.TestCase):
         rollout = self.home / f"{number}.jsonl"
         self.set_running(number, running)
         values = {"id": number, "title": title, "cwd": "/src/atlas", "source": "cli",
-                  "updated_at": int(time.time()) - age, "rollout_path": str(rollout)} | values
+                  "updated_at": self.now - age, "rollout_path": str(rollout)} | values
         self.database.execute(
             f"INSERT INTO threads ({', '.join(values)}) VALUES ({', '.join('?' * len(values))})",
             list(values.values()))
@@ -194,7 +195,7 @@ class TerminalTest(unittest.TestCase):
             self.assertEqual(screen[3:], end)
 
     def on_tmux(self, columns, rows, arguments, until):
-        tmux = ["tmux", "-f/dev/null", "-S", str(self.home / "tmux")]
+        tmux = ["tmux", "-f/dev/null", "-S", str(self.home / f"tmux{arguments}")]
         environment = self.environment | {"LANG": "C.UTF-8"}
         subprocess.run([*tmux, "new-session", "-d", "-x", str(columns), "-y", str(rows),
                         f"{PROGRAM} {arguments}; printf '$'; exec sleep 60"], env=environment, check=True)
