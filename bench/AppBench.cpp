@@ -98,7 +98,7 @@ QQuickItem *itemOfType(QQuickItem *item, const char *type) {
 class AppSide : public Side {
 public:
     AppSide() {
-        if (!m_instance.claim({}) || !m_app.start({})) {
+        if (!m_instance.claim(QString()) || !m_app.start(QString())) {
             fail("the application did not start");
         }
     }
