@@ -118,13 +118,13 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         self.running_threads(3)
         desktop.start_application()
         self.expect("image", "进行中")
-        row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*分钟前) [|] |"
+        row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*(?:分钟|小时)前) [|] |"
                          r"image: (进行中|已完成) [|] )$", re.MULTILINE)
         shown = sorted("".join(found) for found in row.findall(desktop.texts()))
         printed = desktop.terminal("list")
         # State, id, age, project and title. The window shows no id, and groups and filters are
         # called "刚刚" too.
-        cells = [re.split("  +", line) for line in printed.splitlines() if line[0] in "●○"]
+        cells = [re.split("  +", line) for line in printed.splitlines() if line.startswith(("●", "○"))]
         self.assertEqual(shown, sorted(
             text for state, _, age, project, title in cells
             for text in (state[2:], age, title + project.upper()) if text != "刚刚"))

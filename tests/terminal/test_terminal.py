@@ -28,6 +28,8 @@ COMPLETIONS = pathlib.Path(__file__).resolve().parents[2] / "packaging/completio
 COLUMNS = ["id", "title", "preview", "cwd", "source", "model", "reasoning_effort", "git_branch",
            "tokens_used", "created_at", "created_at_ms", "updated_at", "updated_at_ms",
            "recency_at", "recency_at_ms", "archived", "agent_role", "agent_path", "rollout_path"]
+# Where it is noon now: a midnight that has just been would part the threads of some minutes ago.
+NOON = f"UTC{time.gmtime().tm_hour - 12:+d}"
 HOSTILE = ("".join(map(chr, [*range(1, 32), *range(127, 160)])) + "\x1b]52;c;cHduZWQ=\x07\x1b[2J"
            "\u202eevil\u2066\u200f\u2028forged\u2029line\u200d\ufeff" + "a" + "\u0301" * 10000 + "END")
 LEAVE = "\x1b[m\x1b[?7h\x1b[?25h\x1b[?1049l"
@@ -47,7 +49,7 @@ class TerminalTest(unittest.TestCase):
         (self.home / ".orvik").mkdir()
         self.environment = {"HOME": folder.name, "XDG_CONFIG_HOME": f"{folder.name}/.config",
                             "PATH": f"{folder.name}:{os.environ['PATH']}", "LANG": "C",
-                            "TERM": "xterm-256color", "TZ": "UTC-8"} | {
+                            "TERM": "xterm-256color", "TZ": NOON} | {
             name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         self.database = sqlite3.connect(self.home / ".orvik/state_5.sqlite", isolation_level=None)
         self.addCleanup(self.database.close)
@@ -211,6 +213,7 @@ class TerminalTest(unittest.TestCase):
             subprocess.run([*tmux, "kill-server"], env=environment, check=False)
 
     def test_json_has_the_documented_fields(self):
+        self.environment["TZ"] = "UTC-8"
         self.add("j1", "T 😀", preview="", updated_at=1709812800, updated_at_ms=1709812800250)
         [thread] = json.loads(self.run_program("--all", "--json"))
         self.assertEqual(thread, {
