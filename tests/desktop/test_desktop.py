@@ -120,14 +120,19 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         self.expect("image", "进行中")
         row = re.compile(r"^(?:button: (.*) [|] .*? / (.*) / .*|label: ([^|]*(?:分钟|小时)前) [|] |"
                          r"image: (进行中|已完成) [|] )$", re.MULTILINE)
-        shown = sorted("".join(found) for found in row.findall(desktop.texts()))
-        printed = desktop.terminal("list")
-        # State, id, age, project and title. The window shows no id, and groups and filters are
-        # called "刚刚" too.
-        cells = [re.split("  +", line) for line in printed.splitlines() if line.startswith(("●", "○"))]
-        self.assertEqual(shown, sorted(
-            text for state, _, age, project, title in cells
-            for text in (state[2:], age, title + project.upper()) if text != "刚刚"))
+
+        def lists_agree():
+            desktop.refresh()  # ages grow
+            shown = sorted("".join(found) for found in row.findall(desktop.texts()))
+            # State, id, age, project and title. The window shows no id, and groups and filters are
+            # called "刚刚" too.
+            cells = [re.split("  +", line) for line in desktop.terminal("list").splitlines()
+                     if line.startswith(("●", "○"))]
+            return shown == sorted(
+                text for state, _, age, project, title in cells
+                for text in (state[2:], age, title + project.upper()) if text != "刚刚")
+
+        until(lists_agree, "the terminal lists what the window lists")
 
 
 class Settings(OnTheDesktop):
