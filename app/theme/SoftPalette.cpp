@@ -26,10 +26,6 @@ SoftPalette lightPalette() {
         .knobFill = rgb(0.98F, 0.95F, 0.88F, 0.96F),
         .knobRim = rgb(0.77F, 0.72F, 0.64F, 0.28F),
         .knobShadow = black(0.14F),
-        .accent = rgb(0.16F, 0.38F, 0.91F),
-        .accentInk = white(1),
-        .running = rgb(0.1F, 0.68F, 0.48F),
-        .warning = rgb(0.94F, 0.36F, 0.3F),
     };
 }
 
@@ -51,10 +47,6 @@ SoftPalette darkPalette() {
         .knobFill = rgb(0.97F, 0.94F, 0.86F, 0.68F),
         .knobRim = white(0.18F),
         .knobShadow = black(0.34F),
-        .accent = rgb(0.16F, 0.38F, 0.91F),
-        .accentInk = white(1),
-        .running = rgb(0.1F, 0.68F, 0.48F),
-        .warning = rgb(0.94F, 0.36F, 0.3F),
     };
 }
 

@@ -22,10 +22,11 @@ struct SoftPalette {
     QColor knobRim;
     QColor knobShadow;
 
-    QColor accent;    ///< what is chosen or leads on
-    QColor accentInk; ///< texts on the accent
-    QColor running;
-    QColor warning;
+    // The same in light and dark.
+    QColor accent = QColor::fromRgbF(0.16F, 0.38F, 0.91F); ///< what is chosen or leads on
+    QColor accentInk = QColor::fromRgbF(1.0F, 1.0F, 1.0F); ///< texts on the accent
+    QColor running = QColor::fromRgbF(0.1F, 0.68F, 0.48F);
+    QColor warning = QColor::fromRgbF(0.94F, 0.36F, 0.3F);
 
     /// The palette of the light or the dark appearance. That of high contrast gives every text 4.5,
     /// and rims and symbols 3 times the lightness of their ground, or that part of it.
