@@ -32,7 +32,7 @@ T.AbstractButton {
         scale: card.hovered && !SoftTheme.reducedMotion ? 1.008 : 1
         radius: 16
         fill: SoftTheme.raisedSurface
-        outline: card.hovered ? SoftTheme.withOpacity(SoftTheme.accent, 0.42) : SoftTheme.hairline
+        outline: card.hovered ? SoftTheme.withOpacity(SoftTheme.accent, SoftTheme.highContrast ? 1 : 0.42) : SoftTheme.hairline
         darkShadow.color: SoftTheme.withOpacity(SoftTheme.softShadowDark, card.hovered ? 0.82 : 0.48)
         darkShadow.blur: card.hovered ? 9 : 5
         darkShadow.x: 5
