@@ -58,7 +58,7 @@ SoftScrollView {
                 required property int index
                 readonly property int column: index % scroll.columns
                 property bool holdsFocus: false
-                readonly property bool isNear: y < scroll.nearBottom && y + height > scroll.nearTop
+                readonly property bool isNear: y < scroll.nearBottom && y + scroll.smallestCard > scroll.nearTop
 
                 // Whole points: every gap is the same, and the last column ends where the room does.
                 width: Math.round((column + 1) * scroll.columnPitch) - Math.round(column * scroll.columnPitch) - scroll.gap
