@@ -312,6 +312,29 @@ private slots:
         }
     }
 
+    void theNamesOfARowOfCardsShareALine() {
+        ShellFixture f(
+            {{.id = "a", .cwd = "/src/atlas"},
+             {.id = "b", .age = 1, .cwd = "/src/数据看板"},
+             {.id = "c", .age = 2, .cwd = "/src/" + QString("汉").repeated(40).toStdString()},
+             {.id = "d", .age = 3, .cwd = "/src/" + std::string(90, 'x')}},
+            {{"dashboardMode", "focus"}});
+        QList<qreal> lines;
+        for (const QQuickItem *card : f.items("FocusProjectCard")) {
+            for (const QQuickItem *text : card->childItems()) {
+                if (f.typeOf(text) == "SoftText") {
+                    lines.append(text->y() + text->baselineOffset());
+                }
+            }
+        }
+        // Name and age, below those of the first card.
+        QString lower;
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            lower += QStringLiteral("%1 ").arg(qRound(lines[i] - lines[i % 2]));
+        }
+        QCOMPARE(lower, "0 0 0 0 0 22 0 22 ");
+    }
+
     void cardsScrollAwayBelowTheHeader() {
         ShellFixture f(projects(20), {{"dashboardMode", "focus"}});
         const QRectF card = f.rect(f.item("FocusProjectCard"));

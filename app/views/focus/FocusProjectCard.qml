@@ -16,8 +16,9 @@ T.AbstractButton {
     required property real smallestHeight
 
     readonly property real inset: 18
+    readonly property real textTop: badge.y + badge.height + 20
 
-    implicitHeight: Math.max(smallestHeight, texts.y + texts.height + 20 + metrics.height + inset)
+    implicitHeight: Math.max(smallestHeight, updated.y + updated.height + 20 + metrics.height + inset)
     hoverEnabled: true
     containmentMask: surface
     Accessible.name: row.label
@@ -83,29 +84,31 @@ T.AbstractButton {
             color: SoftTheme.secondaryInk
         }
     }
-    Column {
-        id: texts
+    // By its baseline, which the fonts of Han set lower: the names of a row of cards stand on one line.
+    SoftText {
+        id: name
 
         x: card.inset
-        y: badge.y + badge.height + 20
-        width: card.width - 2 * card.inset
-        spacing: 6
+        y: card.textTop + Math.round(15.5 - baselineOffset)
+        width: metrics.width
+        text: card.row.name
+        size: 16
+        weight: Font.Bold
+        lineHeightMode: Text.FixedHeight
+        lineHeight: 22
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
+    }
+    SoftText {
+        id: updated
 
-        SoftText {
-            width: parent.width
-            text: card.row.name
-            size: 16
-            weight: Font.Bold
-            wrapMode: Text.Wrap
-            maximumLineCount: 2
-        }
-        SoftText {
-            width: parent.width
-            text: card.row.updated
-            size: 9
-            color: SoftTheme.mutedInk
-            maximumLineCount: 1
-        }
+        x: card.inset
+        y: card.textTop + 20 + (name.lineCount - 1) * name.lineHeight + 6
+        width: metrics.width
+        text: card.row.updated
+        size: 9
+        color: SoftTheme.mutedInk
+        maximumLineCount: 1
     }
     Item {
         id: metrics
