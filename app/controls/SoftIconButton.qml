@@ -61,6 +61,12 @@ T.AbstractButton {
         color: SoftTheme.secondaryInk
     }
 
+    // Pressed, it has another fill instead.
+    SoftVeil {
+        target: button
+        radius: 9
+        level: button.hovered && button.raised ? 0.5 : 0
+    }
     SpinAnimation {
         target: button.contentItem
         property: "rotation"

@@ -15,6 +15,7 @@ T.MenuItem {
     implicitHeight: 30
     leftPadding: 16
     rightPadding: 16
+    hoverEnabled: true
     Accessible.name: text
     background: Rectangle {
         anchors.fill: item

@@ -13,6 +13,7 @@ T.MenuBar {
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     implicitHeight: 30
     leftPadding: 8
+    hoverEnabled: true
     background: Rectangle {
         color: SoftTheme.raisedSurface
 

@@ -31,12 +31,13 @@ Item {
     }
 
     Rectangle {
-        readonly property bool emphasized: pointer.hovered || drag.active || handle.activeFocus
+        readonly property bool held: drag.active || handle.activeFocus
+        readonly property bool emphasized: pointer.hovered || held
 
         anchors.horizontalCenter: parent.horizontalCenter
         width: emphasized ? 2 : 1
         height: parent.height
-        color: emphasized ? SoftTheme.withOpacity(SoftTheme.accent, 0.55) : SoftTheme.hairline
+        color: held ? SoftTheme.accent : emphasized ? SoftTheme.withOpacity(SoftTheme.accent, 0.55) : SoftTheme.hairline
     }
     HoverHandler {
         id: pointer

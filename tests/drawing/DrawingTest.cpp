@@ -166,6 +166,10 @@ private slots:
         for (const bool dark : {false, true}) {
             const SoftPalette p = SoftPalette::of(dark, true);
             QVERIFY(contrast(p.accent, p.accentInk) >= 4.5);
+            // The code of the chosen project while its row is pressed.
+            const QColor pressed =
+                over(over(p.raisedSurface, p.accent, 0.09F), p.primaryInk, 0.06F);
+            QVERIFY(contrast(over(pressed, p.accent, 0.16F), p.accent) >= 4.5);
             for (const QColor &ground :
                  {p.canvas, p.raisedSurface, p.insetSurface, p.liftedSurface,
                   over(p.raisedSurface, p.accent, 0.16F), over(p.raisedSurface, p.running, 0.1F)}) {

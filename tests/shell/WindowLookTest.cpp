@@ -129,6 +129,29 @@ private slots:
         }
     }
 
+    void everyButtonAnswersThePointer() {
+        const ShellFixture f(twoProjects());
+        const QPoint aside(5, f.window->height() - 5);
+        QTest::mouseMove(f.window, aside);
+        for (const char *type : {"AllProjectsRow", "QuickRow", "ProjectRow", "SoftIconButton",
+                                 "SoftChoice", "RecencyCapsule", "ContinueButton"}) {
+            const QRect area = f.rect(f.item(type)).toRect();
+            const auto look = [&f, &area] {
+                f.settle();
+                return f.window->grabWindow().copy(area);
+            };
+            const QImage rest = look();
+            QTest::mouseMove(f.window, area.center());
+            const QImage hovered = look();
+            QTest::mousePress(f.window, Qt::LeftButton, {}, area.center());
+            const QImage pressed = look();
+            QVERIFY2(rest != hovered && hovered != pressed && pressed != rest, type);
+            QTest::mouseMove(f.window, aside);
+            QTest::mouseRelease(f.window, Qt::LeftButton, {}, aside);
+            QVERIFY2(look() == rest, type);
+        }
+    }
+
     void anAppearanceComesAllAtOnce() {
         ShellFixture f(twoProjects(), {}, true);
         f.defaults.setValue("appearanceMode", "dark");

@@ -11,6 +11,7 @@ T.AbstractButton {
 
     text: "在 Orvik 中继续"
     implicitHeight: 48
+    hoverEnabled: true
     Accessible.name: text
     Accessible.onPressAction: clicked()
 
@@ -22,7 +23,10 @@ T.AbstractButton {
         darkShadow.blur: 7
         darkShadow.x: 0
         darkShadow.y: 4
-        opacity: button.down ? 0.75 : 1
+    }
+    SoftVeil {
+        target: button
+        radius: 8
     }
     SoftText {
         // In the middle of the room that the arrow leaves.

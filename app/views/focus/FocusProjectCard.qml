@@ -43,6 +43,12 @@ T.AbstractButton {
         lightShadow.x: -4
         lightShadow.y: -4
 
+        SoftVeil {
+            anchors.fill: parent
+            target: card
+            radius: 16
+            level: card.down ? 0.3 : 0
+        }
         Behavior on scale { HoverAnimation {} }
         Behavior on outline { HoverColorAnimation {} }
         Behavior on darkShadow.color { HoverColorAnimation {} }

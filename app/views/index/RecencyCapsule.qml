@@ -24,6 +24,10 @@ SoftChoice {
         Behavior on outline { ReplaceColorAnimation {} }
         Behavior on darkShadow.color { ReplaceColorAnimation {} }
     }
+    SoftVeil {
+        target: capsule
+        radius: height / 2
+    }
     SoftText {
         id: label
 

@@ -47,6 +47,10 @@ SoftRaised {
 
                     Behavior on fill { ReplaceColorAnimation {} }
                 }
+                SoftVeil {
+                    target: segment
+                    radius: 8
+                }
                 SoftText {
                     anchors.centerIn: parent
                     text: segment.modelData

@@ -111,6 +111,7 @@ Item {
         }
     }
     SoftFocusRing {
+        anchors.fill: parent
         target: main
         radius: 11
     }
@@ -130,11 +131,13 @@ Item {
             name: "chevron.right"
             size: 12
             weight: Font.Bold
-            color: view.row.selected ? SoftTheme.accent : SoftTheme.secondaryInk
+            opacity: openButton.down ? 0.7 : 1
+            color: view.row.selected ? SoftTheme.accent : openButton.hovered ? SoftTheme.primaryInk : SoftTheme.secondaryInk
 
             Behavior on color { HoverColorAnimation {} }
         }
         SoftFocusRing {
+            anchors.margins: 8
             target: openButton
             radius: 8
         }

@@ -67,12 +67,18 @@ Item {
                 text: "重置筛选"
                 implicitWidth: resetText.implicitWidth
                 implicitHeight: resetText.implicitHeight
+                hoverEnabled: true
                 Accessible.name: text
                 Accessible.onPressAction: clicked()
                 onClicked: header.index.resetFilters()
 
                 Behavior on opacity { ReplaceAnimation {} }
 
+                SoftVeil {
+                    anchors.margins: -4
+                    target: reset
+                    radius: 6
+                }
                 SoftText {
                     id: resetText
 
@@ -83,6 +89,7 @@ Item {
                     color: SoftTheme.accent
                 }
                 SoftFocusRing {
+                    anchors.margins: -4
                     target: reset
                     radius: 4
                 }

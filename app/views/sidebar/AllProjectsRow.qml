@@ -19,6 +19,8 @@ SidebarButton {
     continuous: true
     checkable: true
     chosen: selected
+    // The accent bears it, and would hide less.
+    veil: 1
     fill: selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
     Accessible.name: row.label
 

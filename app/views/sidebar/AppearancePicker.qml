@@ -53,6 +53,11 @@ Item {
 
                     Behavior on fill { ReplaceColorAnimation {} }
                 }
+                SoftVeil {
+                    target: choice
+                    radius: 8
+                    continuous: false
+                }
                 SoftSymbol {
                     anchors.centerIn: parent
                     name: choice.modelData.symbol

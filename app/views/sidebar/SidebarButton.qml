@@ -13,6 +13,8 @@ T.AbstractButton {
     property bool continuous: false
     // For a row that is `checkable`; a press only asks for it.
     property bool chosen: false
+    // How dense the veil of a hovered or pressed row is. A chosen row has a ground of its own to keep.
+    property real veil: chosen ? 0.6 : 1
 
     hoverEnabled: true
     containmentMask: background
@@ -30,6 +32,12 @@ T.AbstractButton {
         Behavior on fill { ReplaceColorAnimation {} }
     }
 
+    SoftVeil {
+        target: row
+        radius: row.radius
+        continuous: row.continuous
+        level: row.veil * (row.down ? 1 : row.hovered ? 0.5 : 0)
+    }
     SoftFocusRing {
         target: row
         radius: row.radius
