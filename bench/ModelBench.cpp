@@ -152,11 +152,11 @@ void benchRefresh(Workspace &workspace, const std::string &path, int rounds) {
         changeTenThreads(database, ++round);
         return workspace.refresh();
     };
+    std::vector<ThreadRecord::Fields> values;
+    for (const ThreadRecord &thread : workspace.model.threads()) {
+        values.push_back(*thread);
+    }
     bench::compare(rounds, refresh, [&] {
-        std::vector<ThreadRecord::Fields> values;
-        for (const ThreadRecord &thread : workspace.model.threads()) {
-            values.push_back(*thread);
-        }
         std::vector<ThreadRecord::Fields> copy;
         return ownTimeOf([&] { copy = values; });
     });
