@@ -19,7 +19,8 @@ import time
 from dataclasses import dataclass
 from pathlib import Path
 
-HEADINGS = ["What", "Against", "Measure", "Ours", "Theirs", "Ratio", "Quartiles", "Reach", "Reached"]
+HEADINGS = ["What", "Against", "Measure", "Ours", "Theirs", "Ratio", "Quartiles", "Reach",
+            "Reached"]
 UNITS = {"wall": " ms", "processor": " ms", "median frame": " ms", "99th percentile": " ms",
          "of a processor": " %", "PSS": " MiB", "peak": " MiB"}
 
@@ -115,7 +116,7 @@ class Bench:
                        "SCRIPT": str(Path(__file__).with_name("list_threads.py")),
                        "QT_QPA_PLATFORM": "xcb", "QSG_NO_VSYNC": "1", "LC_ALL": "C.UTF-8"}
         print("…", home, program, *arguments, file=sys.stderr, flush=True)
-        # A path of its own is taken as it stands.
+        # An absolute path is taken as it stands.
         return subprocess.Popen([self.binaries / program, *map(str, arguments)], env=environment,
                                 text=True, stdout=output)
 
@@ -213,7 +214,8 @@ class Bench:
         refresh = "20000", "CoreBench", self.homes / "20000"
         for arguments, reach in ((), 1.3), (("list", "--all", "--json"), 1.5):
             yield (" ".join(["tallyview", *arguments, "of 20,000 threads"]),
-                   "one refresh in a process of its own", {"wall": Times(reach), "processor": SHOWN},
+                   "one refresh in a process of its own",
+                   {"wall": Times(reach), "processor": SHOWN},
                    self.processes(rounds, ("20000", "tallyview", *arguments), refresh))
         yield ("tallyview status, one thread", "sqlite3 --version",
                {"wall": More(30), "processor": SHOWN},
