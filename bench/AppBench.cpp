@@ -1,16 +1,17 @@
-// What the application's window costs, or a bare window of the same size in the same process:
-// "plain" is drawn by the renderer that the application chooses, "bare" by the one that Qt does.
+// What the application's window costs, or a bare window of the same size, which the same renderer
+// draws in the same program.
 //
-//   AppBench app|plain|bare MODE AMOUNT
+//   AppBench app|bare MODE AMOUNT
 //
 // MODE is one of
-//   - start: milliseconds from the moment AMOUNT of CLOCK_MONOTONIC, in nanoseconds, to the first
-//     frame;
-//   - memory: MiB at most, with the list shown and read a second time;
+//   - start: milliseconds from the moment AMOUNT of CLOCK_MONOTONIC, in milliseconds, to the first
+//     frame, and the processor time until then;
+//   - memory: MiB with the list shown and read a second time, and the most at any time;
 //   - scroll: milliseconds between two frames, median and 99th percentile, on the way through the
-//     whole list in AMOUNT steps;
-//   - idle: milliseconds of processor time and wake-ups in AMOUNT seconds with nothing to do;
-//   - pulse: the same with one running task in view.
+//     whole list in AMOUNT steps, and the processor time of a frame;
+//   - idle: percent of a processor, wake-ups and frames in AMOUNT seconds with nothing to do;
+//   - pulse: the same with one running task in view;
+//   - use: the same with five.
 //
 // Reads the sample home that HOME names. Prints numbers divided by blanks.
 
@@ -19,6 +20,7 @@
 #include "app/shell/SceneRenderer.h"
 
 #include "bench/Measure.h"
+#include "bench/Pair.h"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -28,7 +30,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string_view>
 
 using namespace tallyview;
 
@@ -62,7 +63,8 @@ public:
     virtual QQuickItem &wholeList() = 0;
     /// So that a while without a refresh begins.
     virtual void refresh() {}
-    virtual void showRunning() {}
+    /// And no other task. There are so many.
+    virtual void showRunning(std::size_t) {}
 };
 
 class BareSide : public Side {
@@ -114,10 +116,10 @@ public:
         settle();
     }
 
-    void showRunning() override {
+    void showRunning(std::size_t count) override {
         model().setRecencyFilter(TaskRecencyFilter::week);
-        if (model().visibleThreads().size() != 1) {
-            fail("there is not one running thread");
+        if (model().visibleThreads().size() != count) {
+            fail("the running threads are more or less than that");
         }
     }
 
@@ -142,14 +144,14 @@ private:
     OrvikTallyviewApp m_app{m_instance};
 };
 
-void measureStart(std::int64_t started) {
+void measureStart(double started) {
     QQuickWindow &window = onlyWindow();
     // From the thread that draws, at the moment itself.
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &window,
         [started] {
-            const std::int64_t now = bench::monotonicNanoseconds();
-            std::printf("%.3f\n", static_cast<double>(now - started) / 1e6);
+            const bench::Time now = bench::Time::now();
+            std::printf("%.3f %.3f\n", now.wall - started, now.processor);
             std::fflush(stdout);
             std::_Exit(EXIT_SUCCESS);
         },
@@ -157,37 +159,49 @@ void measureStart(std::int64_t started) {
     QGuiApplication::exec();
 }
 
+void measureMemory(Side &side) {
+    bench::waitForFrames(onlyWindow(), 20);
+    side.refresh();
+    bench::waitForFrames(onlyWindow(), 20);
+    const bench::Memory memory = bench::memory();
+    std::printf("%.3f %.3f\n", memory.share, memory.peak);
+}
+
+void measureScroll(Side &side, int steps) {
+    QQuickItem &list = side.wholeList();
+    const double start = bench::Time::now().processor;
+    const auto intervals = bench::scrollIntervals(onlyWindow(), list, steps);
+    const double processor = bench::Time::now().processor - start;
+    std::printf("%.4f %.4f %.4f\n", bench::quantile(intervals, 0.5),
+                bench::quantile(intervals, 0.99), processor / steps);
+}
+
+void measureWhile(Side &side, int seconds) {
+    side.refresh();
+    bench::wait(2000);
+    const bench::Usage usage = bench::usageDuring(onlyWindow(), seconds * 1000);
+    std::printf("%.5f %.0f %.0f\n", usage.percent, usage.wakeUps, usage.frames);
+}
+
 void measure(Side &side, const QString &mode, int amount) {
-    QQuickWindow &window = onlyWindow();
     side.settle();
     if (mode == u"memory") {
-        bench::waitForFrames(window, 20);
-        side.refresh();
-        bench::waitForFrames(window, 20);
-        std::printf("%.3f\n", bench::peakMebibytes());
-    } else if (mode == u"scroll") {
-        QQuickItem &list = side.wholeList();
-        const auto intervals = bench::scrollIntervals(window, list, amount);
-        std::printf("%.4f %.4f\n", bench::quantile(intervals, 0.5),
-                    bench::quantile(intervals, 0.99));
-    } else {
-        if (mode == u"pulse") {
-            side.showRunning();
-        }
-        side.refresh();
-        bench::wait(2000);
-        const bench::Usage usage = bench::usageDuring(window, amount * 1000);
-        std::printf("%.3f %.0f %.0f\n", usage.milliseconds, usage.wakeUps, usage.frames);
+        return measureMemory(side);
     }
+    if (mode == u"scroll") {
+        return measureScroll(side, amount);
+    }
+    if (mode != u"idle") {
+        side.showRunning(mode == u"pulse" ? 1 : 5);
+    }
+    measureWhile(side, amount);
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-    if (argc > 1 && std::string_view(argv[1]) != "bare") {
-        chooseSceneRenderer();
-    }
+    chooseSceneRenderer();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("org.orvik.Tallyview"));
     const QStringList arguments = QGuiApplication::arguments();
@@ -195,7 +209,7 @@ int main(int argc, char **argv) {
         fail("which side, and what?");
     }
     const QString mode = arguments[2];
-    const qint64 amount = arguments.value(3).toLongLong();
+    const double amount = arguments.value(3).toDouble();
     const std::unique_ptr<Side> side = arguments[1] == u"app"
                                            ? std::unique_ptr<Side>(std::make_unique<AppSide>())
                                            : std::make_unique<BareSide>(mode);

@@ -1,22 +1,33 @@
 // Reading all threads of a home, and masking their texts, against floors that do nothing else.
 //
-//   CoreBench HOME ROUNDS SCRIPT
+//   CoreBench HOME PAIR ROUNDS
 //   CoreBench HOME
 //
-// SCRIPT is list_threads.py. The second form reads once and ends.
+// PAIR is one of
+//   - refresh: against the query and the last 512 KiB of each live rollout, nothing parsed;
+//   - refresh-less: against the same with 16 KiB;
+//   - unchanged: with the list known already, against the script in Python that
+//     the variable SCRIPT names;
+//   - redact: all titles and previews, against looking for one byte in them.
+//
+// Prints one line a round. The second form reads once and ends.
 
 #include "core/OrvikThreadStore.h"
 #include "core/TextSanitizer.h"
 
-#include "bench/Ratio.h"
+#include "bench/Pair.h"
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <string>
+#include <string_view>
 #include <unistd.h>
+#include <vector>
 
 using namespace tallyview;
 
@@ -91,40 +102,46 @@ std::vector<std::string> storedTexts(const std::string &database) {
     return texts;
 }
 
-/// How many milliseconds the Python script needs, as it tells.
-double pythonMilliseconds(const std::string &script, const std::string &database) {
-    const std::string command = "python3 '" + script + "' '" + database + "'";
+/// What the script in Python takes, as it tells.
+bench::Time pythonTime(const std::string &database) {
+    const char *const script = std::getenv("SCRIPT");
+    const std::string command =
+        "python3 '" + std::string(script ? script : "") + "' '" + database + "'";
     std::FILE *const output = ::popen(command.c_str(), "r");
-    double milliseconds = 0;
-    if (output == nullptr || std::fscanf(output, "%lf", &milliseconds) != 1 ||
+    bench::Time time;
+    if (output == nullptr || std::fscanf(output, "%lf %lf", &time.wall, &time.processor) != 2 ||
         ::pclose(output) != 0) {
         std::fprintf(stderr, "The Python script failed.\n");
         std::exit(EXIT_FAILURE);
     }
-    return milliseconds;
+    return time;
 }
 
-void benchStore(const std::string &database, int rounds, const std::string &script) {
-    const OrvikThreadStore store{database};
-    const auto list = [&] {
-        if (!store.listThreads()) {
-            std::exit(EXIT_FAILURE);
-        }
-    };
-    bench::compare({"listThreads()", "query, last 512 KiB read", 0.8}, rounds, list,
-                   [&] { readNothingMore(database, 512 * 1024); });
-    bench::compare({"listThreads()", "query, last 16 KiB read", 1.5}, rounds, list,
-                   [&] { readNothingMore(database, 16 * 1024); });
-    bench::compareTimes(
-        {"listThreads()", "Python script", 0.1}, std::min(rounds, 3),
-        [&] { return bench::millisecondsOf(list); },
-        [&] { return pythonMilliseconds(script, database); });
+std::vector<ThreadRecord> list(const std::string &database,
+                               const std::vector<ThreadRecord> &known = {}) {
+    auto threads = OrvikThreadStore(database).listThreads(known);
+    if (!threads) {
+        std::fprintf(stderr, "%s\n", threads.error().description().c_str());
+        std::exit(EXIT_FAILURE);
+    }
+    return *std::move(threads);
 }
 
-void benchSanitizer(const std::string &database, int rounds) {
+void benchRefresh(const std::string &database, int rounds, std::size_t tail) {
+    bench::compare(
+        rounds, [&] { list(database); }, [&] { readNothingMore(database, tail); });
+}
+
+void benchUnchanged(const std::string &database, int rounds) {
+    const std::vector<ThreadRecord> known = list(database);
+    bench::compare(
+        rounds, [&] { list(database, known); }, [&] { return pythonTime(database); });
+}
+
+void benchRedact(const std::string &database, int rounds) {
     const std::vector<std::string> texts = storedTexts(database);
     bench::compare(
-        {"redact, all titles and previews", "one memchr pass", 20}, rounds,
+        rounds,
         [&] {
             for (const std::string &text : texts) {
                 keep(TextSanitizer::redact(text));
@@ -137,18 +154,32 @@ void benchSanitizer(const std::string &database, int rounds) {
         });
 }
 
+bool benchPair(std::string_view pair, const std::string &database, int rounds) {
+    if (pair == "refresh") {
+        benchRefresh(database, rounds, 512 * 1024);
+    } else if (pair == "refresh-less") {
+        benchRefresh(database, rounds, 16 * 1024);
+    } else if (pair == "unchanged") {
+        benchUnchanged(database, rounds);
+    } else if (pair == "redact") {
+        benchRedact(database, rounds);
+    } else {
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc != 2 && argc != 4) {
-        std::fprintf(stderr, "Usage: CoreBench HOME [ROUNDS SCRIPT]\n");
+    const std::string database = std::string(argc > 1 ? argv[1] : "") + "/.orvik/state_5.sqlite";
+    if (argc == 2) {
+        list(database);
+        return EXIT_SUCCESS;
+    }
+    if (argc != 4 || !benchPair(argv[2], database, std::atoi(argv[3]))) {
+        std::fprintf(stderr, "Usage: CoreBench HOME [PAIR ROUNDS]\n");
         return EXIT_FAILURE;
     }
-    const std::string database = std::string(argv[1]) + "/.orvik/state_5.sqlite";
-    if (argc == 2) {
-        return OrvikThreadStore(database).listThreads() ? EXIT_SUCCESS : EXIT_FAILURE;
-    }
-    const int rounds = std::atoi(argv[2]);
-    benchStore(database, rounds, argv[3]);
-    benchSanitizer(database, rounds);
+    return EXIT_SUCCESS;
 }

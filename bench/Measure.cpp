@@ -1,5 +1,7 @@
 #include "bench/Measure.h"
 
+#include "bench/Pair.h"
+
 #include <QEventLoop>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -7,11 +9,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <sys/resource.h>
 
 namespace tallyview::bench {
 
@@ -36,24 +36,12 @@ double voluntarySwitches() {
     return sum;
 }
 
-double processorMilliseconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto milliseconds = [](const timeval &time) {
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
-    };
-    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
-}
-
 } // namespace
 
-std::int64_t monotonicNanoseconds() {
-    timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+Memory memory() {
+    return {statusNumber("/proc/self/smaps_rollup", "Pss") / 1024,
+            statusNumber("/proc/self/status", "VmHWM") / 1024};
 }
-
-double peakMebibytes() { return statusNumber("/proc/self/status", "VmHWM") / 1024; }
 
 void wait(int milliseconds) {
     QEventLoop loop;
@@ -77,22 +65,23 @@ Usage usageDuring(QQuickWindow &window, int milliseconds) {
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, &here, [&] { ++frames; }, Qt::DirectConnection);
     const double switches = voluntarySwitches();
-    const double processor = processorMilliseconds();
+    const Time start = Time::now();
     wait(milliseconds);
-    return {processorMilliseconds() - processor, voluntarySwitches() - switches,
-            static_cast<double>(frames)};
+    const Time end = Time::now();
+    return {100 * (end.processor - start.processor) / (end.wall - start.wall),
+            voluntarySwitches() - switches, static_cast<double>(frames)};
 }
 
 std::vector<double> scrollIntervals(QQuickWindow &window, QQuickItem &list, int steps) {
     const double lowest = list.property("contentHeight").toDouble() - list.height();
     std::vector<double> intervals;
-    std::int64_t last = monotonicNanoseconds();
+    double last = Time::now().wall;
     int step = 0;
     QEventLoop loop;
     const auto next = [&] {
-        const std::int64_t now = monotonicNanoseconds();
+        const double now = Time::now().wall;
         if (step > 0) {
-            intervals.push_back(static_cast<double>(now - last) / 1e6);
+            intervals.push_back(now - last);
         }
         last = now;
         if (step++ == steps) {

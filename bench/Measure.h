@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 class QQuickItem;
@@ -9,17 +8,18 @@ class QQuickWindow;
 /// What a window costs. Main thread; the functions that wait run the event loop meanwhile.
 namespace tallyview::bench {
 
-/// Nanoseconds of CLOCK_MONOTONIC.
-std::int64_t monotonicNanoseconds();
+/// Of the process, in MiB.
+struct Memory {
+    double share = 0; ///< its part of what it shares with others, and all of the rest
+    double peak = 0;  ///< most that it has had at any time
+};
+Memory memory();
 
-/// Most memory that the process has had at any time, in MiB.
-double peakMebibytes();
-
-/// What the process has used since it started.
+/// What the process has used in a while.
 struct Usage {
-    double milliseconds = 0; ///< processor time of all threads
-    double wakeUps = 0;      ///< voluntary context switches of the threads that live
-    double frames = 0;       ///< counted from the first call on
+    double percent = 0; ///< of a processor, all threads together
+    double wakeUps = 0; ///< voluntary context switches of the threads that live
+    double frames = 0;
 };
 
 void wait(int milliseconds);

@@ -1,12 +1,17 @@
 """Runs the programs that measure and prints one table of what they found.
 
-    report.py BINARIES HOMES [--quick] [--markdown]
+    report.py BINARIES HOMES [--quick] [--markdown] [--use SECONDS]
 
 HOMES holds the sample homes that scripts/bench writes. A display and a session bus are there.
 """
 
+import argparse
+import json
+import math
 import os
+import resource
 import shutil
+import sqlite3
 import statistics
 import subprocess
 import sys
@@ -14,153 +19,268 @@ import time
 from dataclasses import dataclass
 from pathlib import Path
 
-HEADINGS = ["What", "Against", "Ours", "Theirs", "Ratio", "Reach", "Reached"]
-# By which two equal things may differ: a share, and so much of the unit whatever the share.
-NOISE = 0.1
-LEAST_NOISE = {"ms": 5, "times": 5}
+HEADINGS = ["What", "Against", "Measure", "Ours", "Theirs", "Ratio", "Quartiles", "Reach",
+            "Reached"]
+UNITS = {"wall": " ms", "processor": " ms", "median frame": " ms", "99th percentile": " ms",
+         "of a processor": " %", "PSS": " MiB", "peak": " MiB"}
 
 
 @dataclass
-class Row:
-    what: str
-    against: str
-    reach: float | None  # None: equal within noise
-    ours: float
-    theirs: float
-    unit: str
-    noise: float = 0  # by which the runs of the other side differ
+class Times:
+    """Ours is to be at most `limit` times theirs, or is only shown."""
+    limit: float = math.inf
 
-    def reached(self):
-        if self.reach is None:
-            noise = max(self.noise, LEAST_NOISE.get(self.unit, 0), NOISE * self.theirs)
-            return self.ours <= self.theirs + noise
-        return self.ours <= self.theirs * self.reach
+    def scores(self, pairs):
+        return [ours / theirs if theirs else math.inf for ours, theirs in pairs]
 
-    def cells(self):
-        ratio = f"{self.ours / self.theirs:.2f}" if self.theirs else "-"
-        reach = "equal" if self.reach is None else f"{self.reach:g}"
-        verdict = "yes" if self.reached() else "falls short"
-        return [self.what, self.against, figure(self.ours, self.unit), figure(self.theirs, self.unit),
-                ratio, reach, verdict]
+    def text(self, score, _unit):
+        return f"{score:.2f}" if score < 10 else f"{score:.0f}"
+
+
+@dataclass
+class More:
+    """Ours is to be at most `limit` above theirs."""
+    limit: float
+
+    def scores(self, pairs):
+        return [ours - theirs for ours, theirs in pairs]
+
+    def text(self, score, unit):
+        return f"{score:+.3g}{unit}"
+
+
+SHOWN = Times()
 
 
 def figure(value, unit):
-    if unit == "times":
-        return f"{value:.0f}"
-    return f"{value:.3g} {unit}" if value < 100 else f"{value:.0f} {unit}"
+    return f"{value:.3g}{unit}" if value < 100 else f"{value:.0f}{unit}"
+
+
+def quartiles(values):
+    return statistics.quantiles(values, n=4, method="inclusive") if len(values) > 1 else values * 3
+
+
+def verdict(lower, upper, limit):
+    """Where the pairs differ so much that half of them say either, the machine was too busy."""
+    if limit == math.inf:
+        return "–"
+    return "yes" if upper <= limit else "falls short" if lower > limit else "unsure"
+
+
+def cells(what, against, measure, reach, pairs):
+    """One line of the table: `pairs` holds ours and theirs of each round."""
+    unit = UNITS.get(measure, "")
+    lower, middle, upper = quartiles(reach.scores(pairs))
+    ours, theirs = (figure(statistics.median(side), unit) for side in zip(*pairs))
+    return [what, against, measure, ours, theirs, reach.text(middle, unit),
+            f"{reach.text(lower, '')} … {reach.text(upper, '')}",
+            "–" if reach.limit == math.inf else
+            f"{reach.limit:g}" if isinstance(reach, Times) else reach.text(reach.limit, unit),
+            verdict(lower, upper, reach.limit)]
+
+
+class Work:
+    """Five running tasks that get on while a window shows them; there are no others."""
+
+    def __init__(self, home, running):
+        self.database = sqlite3.connect(home / ".orvik/state_5.sqlite", isolation_level=None)
+        self.update("archived = 1", running[5:])
+        self.tasks = running[:5]
+
+    def update(self, changes, tasks, *values):
+        self.database.executemany(f"UPDATE threads SET {changes} WHERE id = ?",
+                                  [(*values, task) for task in tasks])
+
+    def step(self):
+        now = time.time_ns() // 1_000_000
+        self.update("updated_at = ?, updated_at_ms = ?, recency_at = ?, recency_at_ms = ?,"
+                    " tokens_used = tokens_used + 1000", self.tasks,
+                    now // 1000, now, now // 1000, now)
 
 
 class Bench:
-    def __init__(self, binaries, homes, quick):
-        self.binaries = binaries
-        self.homes = homes
-        self.quick = quick
+    """Each way to measure answers what each round found: our numbers and theirs."""
 
-    def run(self, home, program, *arguments):
+    def __init__(self, options):
+        self.binaries = options.binaries.resolve()
+        self.homes = options.homes.resolve()
+        self.quick = options.quick
+        self.use = options.use
+
+    def start(self, home, program, *arguments, output=subprocess.PIPE):
         folder = self.homes / home
         environment = {**os.environ, "HOME": str(folder), "XDG_CONFIG_HOME": str(folder / "config"),
                        "XDG_CACHE_HOME": str(folder / "cache"),
                        "XDG_DATA_HOME": str(folder / "data"),
                        "XDG_STATE_HOME": str(folder / "state"),
+                       "SCRIPT": str(Path(__file__).with_name("list_threads.py")),
                        "QT_QPA_PLATFORM": "xcb", "QSG_NO_VSYNC": "1", "LC_ALL": "C.UTF-8"}
-        command = [self.binaries / program, *map(str, arguments)]
-        print("…", home, program, *arguments[-2:], file=sys.stderr, flush=True)
-        return subprocess.run(command, env=environment, check=True, text=True,
-                              stdout=subprocess.PIPE).stdout
+        print("…", home, program, *arguments, file=sys.stderr, flush=True)
+        # An absolute path is taken as it stands.
+        return subprocess.Popen([self.binaries / program, *map(str, arguments)], env=environment,
+                                text=True, stdout=output)
 
-    def program_rows(self, home, label, program, *arguments):
-        output = self.run(home, program, *arguments)
-        for what, against, reach, ours, theirs, unit in (
-                line.split("\t") for line in output.splitlines()):
-            yield Row(f"{what}, {label}", against, float(reach), float(ours), float(theirs), unit)
+    def run(self, *command, meanwhile=None, **options):
+        """What the program prints; `meanwhile` is called every five seconds."""
+        with self.start(*command, **options) as process:
+            while True:
+                if meanwhile:
+                    meanwhile()
+                try:
+                    output, _ = process.communicate(timeout=5)
+                    break
+                except subprocess.TimeoutExpired:
+                    continue
+        if process.returncode != 0:
+            sys.exit(f"{command[1]} ended with {process.returncode}")
+        return output
 
-    def milliseconds(self, home, program, *arguments):
-        start = time.monotonic()
-        self.run(home, program, *arguments)
-        return (time.monotonic() - start) * 1000
+    def program(self, home, program, pair, rounds, *prefix):
+        """CoreBench or ModelBench, which runs both sides itself."""
+        command = [*prefix, self.binaries / program, self.homes / home, pair, rounds]
+        for line in self.run(home, *command).splitlines():
+            numbers = list(map(float, line.split()))
+            yield tuple(dict(zip(("wall", "processor"), side))
+                        for side in (numbers[:2], numbers[2:]))
 
-    def terminal_rows(self, rounds):
-        """Programs from their start to their end."""
-        def median(home, program, *arguments):
-            return statistics.median(self.milliseconds(home, program, *arguments)
-                                     for _ in range(rounds))
-        yield Row("tallyview status, one thread", "sqlite3 --version and 30 ms", 1,
-                  median("one", "tallyview", "status"),
-                  median("one", shutil.which("sqlite3"), "--version") + 30, "ms")
-        yield Row("tallyview, 20,000 threads", "one refresh in a process of its own", 1.3,
-                  median("20000", "tallyview"),
-                  median("20000", "CoreBench", self.homes / "20000"), "ms")
+    def timed(self, *command):
+        """A program from its start to its end."""
+        def now():
+            usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+            return time.monotonic(), usage.ru_utime + usage.ru_stime
+        start = now()
+        self.run(*command, output=subprocess.DEVNULL)
+        return dict(zip(("wall", "processor"),
+                        (1000 * (after - before) for before, after in zip(start, now()))))
 
-    def sides(self, home, mode, amount, rounds):
-        """The numbers of each run of each side, the sides in turn. The first start fills caches."""
-        runs = {"app": [], "bare": [], "plain": []}
-        warming = 1 if mode == "start" else 0
-        for round_ in range(warming + rounds):
-            for side, results in runs.items():
-                argument = time.monotonic_ns() if mode == "start" else amount
-                output = self.run(home, "AppBench", side, mode, argument)
-                if round_ >= warming:
-                    results.append([float(number) for number in output.split()])
-        return {side: list(zip(*results)) for side, results in runs.items()}
+    def in_turn(self, rounds, ours, theirs):
+        """The one side is first and the other by turns."""
+        for round_ in range(rounds):
+            if round_ % 2 == 0:
+                yield ours(), theirs()
+            else:
+                yield tuple(reversed((theirs(), ours())))
 
-    def window_rows(self, home, mode, amount, rounds, names, other="bare window"):
-        """`names`: what, reach and unit of each number that the program prints."""
-        numbers = self.sides(home, mode, amount, rounds)
-        for position, (what, reach, unit) in enumerate(names):
-            ours = statistics.median(numbers["app"][position])
-            for side, against in (("bare", other), ("plain", f"{other}, drawn alike")):
-                theirs = numbers[side][position]
-                yield Row(what, against, reach, ours, statistics.median(theirs), unit,
-                          max(theirs) - min(theirs))
+    def processes(self, rounds, ours, theirs):
+        self.timed(*ours), self.timed(*theirs)  # warms up
+        return self.in_turn(rounds, lambda: self.timed(*ours), lambda: self.timed(*theirs))
+
+    def windows(self, home, mode, amount, rounds, names, meanwhile=None):
+        def side(name):
+            argument = time.monotonic() * 1000 if mode == "start" else amount
+            output = self.run(home, "AppBench", name, mode, argument, meanwhile=meanwhile)
+            return dict(zip(names, map(float, output.split())))
+        if mode == "start":
+            side("app"), side("bare")  # fills caches
+        return self.in_turn(rounds, lambda: side("app"), lambda: side("bare"))
 
     def rows(self):
-        script = Path(__file__).with_name("list_threads.py")
-        few = 3 if self.quick else 9
-        for home, label in ("2000", "2,000 threads"), ("20000", "20,000 threads"):
-            yield from self.program_rows(home, label, "CoreBench", self.homes / home, few, script)
-        yield from self.terminal_rows(2 * few)
-        yield from self.program_rows("20000", "20,000 threads", "ModelBench",
-                                     self.homes / "20000", 2 * few)
-        yield from self.window_rows("2000", "start", 0, few,
-                                    [("cold start to first frame, 2,000 threads", 1.4, "ms")])
-        yield from self.window_rows("20000", "memory", 0, 3,
-                                    [("peak memory, 20,000 threads", 1.6, "MiB")])
-        yield from self.window_rows(
-            "old", "scroll", 300 if self.quick else 1000, 1 if self.quick else 3,
-            [("scrolling 20,000 rows, median frame", 2, "ms"),
-             ("scrolling 20,000 rows, 99th percentile", 3, "ms")], "list of rectangles")
-        seconds = 8 if self.quick else 25
-        yield from self.window_rows(
-            "old", "idle", seconds, 1,
-            [(f"idle for {seconds} s, processor time", None, "ms"),
-             (f"idle for {seconds} s, wake-ups", None, "times")])
-        seconds = 4 if self.quick else 10
-        yield from self.window_rows(
-            "one", "pulse", seconds, 1 if self.quick else 2,
-            [(f"one running row pulsing for {seconds} s, processor time", 1.5, "ms")],
-            "one item pulsing")
+        """What, against what, which numbers are to reach what, and the rounds."""
+        yield from self.reading_rows(3 if self.quick else 9)
+        yield from self.model_rows(5 if self.quick else 21)
+        yield from self.terminal_rows(3 if self.quick else 11)
+        yield from self.window_rows()
+        yield from self.lasting_rows()
+
+    def reading_rows(self, rounds):
+        floor = "query, last 512 KiB read"
+        yield ("refresh, 2,000 threads", floor, {"wall": Times(0.8), "processor": SHOWN},
+               self.program("2000", "CoreBench", "refresh", rounds))
+        yield ("refresh, 20,000 threads", floor, {"wall": Times(0.6), "processor": Times(0.9)},
+               self.program("20000", "CoreBench", "refresh", rounds))
+        core = min(os.sched_getaffinity(0))
+        yield ("refresh, 20,000 threads, one core", floor,
+               {"wall": Times(0.9), "processor": Times(0.9)},
+               self.program("20000", "CoreBench", "refresh", rounds,
+                            shutil.which("taskset"), "-c", core))
+        yield ("refresh, 20,000 threads", "query, last 16 KiB read",
+               {"wall": Times(1.5), "processor": SHOWN},
+               self.program("20000", "CoreBench", "refresh-less", rounds))
+        yield ("refresh, 20,000 threads, nothing changed", "Python script",
+               {"wall": Times(0.1), "processor": Times(0.1)},
+               self.program("20000", "CoreBench", "unchanged", min(rounds, 5)))
+        yield ("redact, all titles and previews, 20,000 threads", "one memchr pass",
+               {"wall": Times(20), "processor": SHOWN},
+               self.program("20000", "CoreBench", "redact", rounds))
+
+    def model_rows(self, rounds):
+        yield ("one key in the search field, 20,000 threads", "ICU lower-casing the texts once",
+               {"wall": Times(0.15), "processor": SHOWN},
+               self.program("20000", "ModelBench", "key", rounds))
+        yield ("applying 10 changes of 20,000 threads, main thread", "copying the list's values",
+               {"processor": Times(2)}, self.program("20000", "ModelBench", "apply", rounds))
+
+    def terminal_rows(self, rounds):
+        refresh = "20000", "CoreBench", self.homes / "20000"
+        for arguments, reach in ((), 1.3), (("list", "--all", "--json"), 1.5):
+            yield (" ".join(["tallyview", *arguments, "of 20,000 threads"]),
+                   "one refresh in a process of its own",
+                   {"wall": Times(reach), "processor": SHOWN},
+                   self.processes(rounds, ("20000", "tallyview", *arguments), refresh))
+        yield ("tallyview status, one thread", "sqlite3 --version",
+               {"wall": More(30), "processor": SHOWN},
+               self.processes(rounds, ("one", "tallyview", "status"),
+                              ("one", shutil.which("sqlite3"), "--version")))
+
+    def window_rows(self):
+        start = {"wall": Times(2.5), "processor": SHOWN}
+        yield ("cold start to first frame, 2,000 threads", "bare window", start,
+               self.windows("2000", "start", 0, 3 if self.quick else 11, start))
+        memory = {"PSS": Times(2.5), "peak": SHOWN}
+        yield ("memory, 20,000 threads", "bare window", memory,
+               self.windows("20000", "memory", 0, 1 if self.quick else 3, memory))
+        frame = {"median frame": Times(1.1), "99th percentile": Times(2), "processor": SHOWN}
+        yield ("scrolling 20,000 rows, a frame", "list of rectangles", frame,
+               self.windows("old", "scroll", 200 if self.quick else 700, 1 if self.quick else 3,
+                            frame))
+
+    def lasting_rows(self):
+        """Processor time of windows that are left alone."""
+        seconds, rounds = (4, 1) if self.quick else (8, 3)
+        idle = {"of a processor": More(0.05), "wake-ups": More(5), "frames": More(0)}
+        yield (f"idle for {seconds} s", "bare window", idle,
+               self.windows("old", "idle", seconds, rounds, idle))
+        pulse = {"of a processor": Times(0.8)}
+        yield (f"one running row pulsing for {seconds} s", "one item pulsing", pulse,
+               self.windows("one", "pulse", seconds, rounds, pulse))
+        running = self.run("live", "tallyview", "list", "--recency", "week", "--json")
+        work = Work(self.homes / "live", [task["id"] for task in json.loads(running)])
+        use = {"of a processor": More(1.5)}
+        seconds = min(30, self.use)  # a refresh falls into each 30 seconds
+        rounds = self.use // seconds
+        yield (f"real use for {rounds * seconds} s, five running tasks in view", "bare window", use,
+               self.windows("live", "use", seconds, rounds, use, work.step))
 
 
-def aligned(rows):
-    cells = [HEADINGS] + [row.cells() for row in rows]
-    widths = [max(map(len, column)) for column in zip(*cells)]
-    for line in cells:
-        texts = [text.ljust(width) if position < 2 or position == 6 else text.rjust(width)
+def aligned(lines):
+    widths = [max(map(len, column)) for column in zip(*lines)]
+    for line in lines:
+        texts = [text.rjust(width) if 3 <= position <= 7 else text.ljust(width)
                  for position, (text, width) in enumerate(zip(line, widths))]
         print("  ".join(texts).rstrip())
 
 
-def markdown(rows):
-    print("|", " | ".join(HEADINGS), "|")
-    print("|---|---|---:|---:|---:|---:|---|")
-    for row in rows:
-        print("|", " | ".join(row.cells()), "|")
+def markdown(lines):
+    for line in lines[:1] + [["---"] * 3 + ["---:"] * 5 + ["---"]] + lines[1:]:
+        print("|", " | ".join(line), "|")
 
 
-def main(binaries, homes, *options):
-    bench = Bench(Path(binaries).resolve(), Path(homes).resolve(), "--quick" in options)
-    rows = list(bench.rows())
-    (markdown if "--markdown" in options else aligned)(rows)
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("binaries", type=Path)
+    parser.add_argument("homes", type=Path)
+    parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--markdown", action="store_true")
+    parser.add_argument("--use", type=int)
+    options = parser.parse_args()
+    options.use = options.use or (30 if options.quick else 60)
+    lines = [HEADINGS]
+    for what, against, reaches, rounds in Bench(options).rows():
+        rounds = list(rounds)
+        for measure, reach in reaches.items():
+            lines.append(cells(what, against, measure, reach,
+                               [(ours[measure], theirs[measure]) for ours, theirs in rounds]))
+    (markdown if options.markdown else aligned)(lines)
 
 
-main(*sys.argv[1:])
+main()
