@@ -1,7 +1,6 @@
 #include "core/OrvikThreadStore.h"
 
 #include "core/ReadOnlyConnection.h"
-#include "core/RolloutEvent.h"
 #include "core/TextSanitizer.h"
 #include "core/ThreadRunStateResolver.h"
 #include "core/UnicodeText.h"
@@ -14,6 +13,7 @@
 #include <future>
 #include <iterator>
 #include <memory>
+#include <memory_resource>
 #include <new>
 #include <string_view>
 #include <system_error>
@@ -75,20 +75,31 @@ OrvikThreadStoreError failure(sqlite3 *connection) {
 
 OrvikThreadStoreError failure(int code) { return {Kind::queryFailed, sqlite3_errstr(code)}; }
 
-/// The current row of a statement.
+/// The current row of a statement, whose texts are copied into a memory that outlives it.
 class Row {
 public:
-    explicit Row(sqlite3_stmt *statement) : m_statement(statement) {}
+    Row(sqlite3_stmt *statement, std::pmr::memory_resource &memory)
+        : m_statement(statement)
+        , m_memory(memory) {}
 
-    std::string text(Column column) const {
-        const auto *const bytes = sqlite3_column_text(m_statement, column);
-        return bytes == nullptr ? "" : decodedUtf8(reinterpret_cast<const char *>(bytes));
+    std::string_view text(Column column) const {
+        const auto *const bytes =
+            reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+        const std::string_view stored = bytes == nullptr ? std::string_view() : bytes;
+        return isValidUtf8(stored) ? copy(stored) : copy(decodedUtf8(stored));
     }
     std::int64_t integer(Column column) const { return sqlite3_column_int64(m_statement, column); }
     bool flag(Column column) const { return sqlite3_column_int(m_statement, column) != 0; }
 
 private:
+    std::string_view copy(std::string_view text) const {
+        auto *const bytes = static_cast<char *>(m_memory.allocate(text.size(), alignof(char)));
+        std::ranges::copy(text, bytes);
+        return {bytes, text.size()};
+    }
+
     sqlite3_stmt *m_statement;
+    std::pmr::memory_resource &m_memory;
 };
 
 bool isStructured(std::string_view source) {
@@ -103,11 +114,6 @@ std::string sourceLabel(std::string_view source, bool isSubagent) {
     const std::string label = lowercased(trimmed(source));
     const bool fits = !label.empty() && characterCount(label) <= longestLabel;
     return fits ? label : "local";
-}
-
-std::string displayTitle(std::string_view stored) {
-    const std::string_view title = trimmed(stored);
-    return TextSanitizer::redact(title.empty() ? "未命名任务" : title);
 }
 
 std::optional<Instant> instant(std::int64_t milliseconds) {
@@ -130,21 +136,21 @@ std::int64_t updateMilliseconds(const Row &row) {
 
 /// A row as the database holds it.
 struct StoredThread {
-    std::string id;
-    std::string title;
-    std::string preview;
-    std::string cwd;
-    std::string source;
-    std::string model;
-    std::string reasoningEffort;
-    std::string branch;
+    std::string_view id;
+    std::string_view title;
+    std::string_view preview;
+    std::string_view cwd;
+    std::string_view source;
+    std::string_view model;
+    std::string_view reasoningEffort;
+    std::string_view branch;
     std::int64_t tokensUsed;
     std::int64_t createdMilliseconds;
     std::int64_t updatedMilliseconds;
     bool archived;
     bool hasAgentRole;
     bool hasAgentPath;
-    std::string rolloutPath;
+    std::string_view rolloutPath;
 };
 
 StoredThread storedThread(const Row &row) {
@@ -170,42 +176,53 @@ StoredThread storedThread(const Row &row) {
 /// Records by their ids.
 class KnownRecords {
 public:
-    explicit KnownRecords(std::span<const ThreadRecord> records) {
+    explicit KnownRecords(std::span<const ThreadRecord> records) : m_records(&m_memory) {
         m_records.reserve(records.size());
         for (const ThreadRecord &record : records) {
             m_records.emplace(record.id(), &record);
         }
     }
 
-    /// The known record if it has exactly these fields, else a new one.
-    ThreadRecord record(ThreadRecord::Fields fields) const {
+    /// The known record if it has exactly these fields, else a new one that takes them.
+    ThreadRecord record(ThreadRecord::Fields &fields) const {
         const auto found = m_records.find(fields.id);
         const bool isKnown = found != m_records.end() && **found->second == fields;
         return isKnown ? *found->second : ThreadRecord(std::move(fields));
     }
 
 private:
-    std::unordered_map<std::string_view, const ThreadRecord *> m_records;
+    std::pmr::monotonic_buffer_resource m_memory;
+    std::pmr::unordered_map<std::string_view, const ThreadRecord *> m_records;
 };
 
 /// Few enough rows to be done with soon, enough to be worth handing to a thread.
 constexpr std::size_t batchSize = 256;
-using Batch = std::vector<StoredThread>;
 
-std::expected<std::vector<Batch>, OrvikThreadStoreError> readRows(sqlite3 *connection,
-                                                                  const std::stop_token &stop) {
+/// Some rows with the memory that their texts lie in: one piece for all of them, in place of one
+/// for each text.
+struct Batch {
+    Batch() { rows.reserve(batchSize); }
+
+    std::pmr::monotonic_buffer_resource memory;
+    std::vector<StoredThread> rows;
+};
+using Batches = std::vector<std::unique_ptr<Batch>>;
+
+std::expected<Batches, OrvikThreadStoreError> readRows(sqlite3 *connection,
+                                                       const std::stop_token &stop) {
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v2(connection, query, -1, &prepared, nullptr);
     const Statement statement(prepared);
     if (code != SQLITE_OK || !statement) {
         return std::unexpected(failure(connection));
     }
-    std::vector<Batch> batches;
+    Batches batches;
     while (!stop.stop_requested() && sqlite3_step(prepared) == SQLITE_ROW) {
-        if (batches.empty() || batches.back().size() == batchSize) {
-            batches.emplace_back().reserve(batchSize);
+        if (batches.empty() || batches.back()->rows.size() == batchSize) {
+            batches.push_back(std::make_unique<Batch>());
         }
-        batches.back().push_back(storedThread(Row(prepared)));
+        Batch &batch = *batches.back();
+        batch.rows.push_back(storedThread(Row(prepared, batch.memory)));
     }
     if (stop.stop_requested()) {
         return std::unexpected(failure(SQLITE_INTERRUPT));
@@ -226,46 +243,51 @@ public:
         , m_stop(stop) {}
 
     /// Fewer than the rows if a stop is requested.
-    std::vector<ThreadRecord> records(Batch batch) {
+    std::vector<ThreadRecord> records(std::span<const StoredThread> rows) {
         std::vector<ThreadRecord> result;
-        result.reserve(batch.size());
-        for (StoredThread &stored : batch) {
+        result.reserve(rows.size());
+        for (const StoredThread &stored : rows) {
             if (m_stop.stop_requested()) {
                 break;
             }
-            result.push_back(m_known.record(fields(std::move(stored))));
+            fill(stored);
+            result.push_back(m_known.record(m_fields));
         }
         return result;
     }
 
 private:
-    ThreadRecord::Fields fields(StoredThread stored) {
-        const bool isSubagent =
+    void fill(const StoredThread &stored) {
+        const std::string_view title = trimmed(stored.title);
+        m_fields.id = stored.id;
+        m_fields.title = title.empty() ? "未命名任务" : title;
+        TextSanitizer::redactInPlace(m_fields.title);
+        m_fields.preview = trimmed(stored.preview);
+        TextSanitizer::redactInPlace(m_fields.preview);
+        m_fields.project = TextSanitizer::projectName(stored.cwd, m_home);
+        m_fields.projectPath = stored.cwd;
+        m_fields.isSubagent =
             stored.hasAgentRole || stored.hasAgentPath || isStructured(stored.source);
-        return {
-            .id = std::move(stored.id),
-            .title = displayTitle(stored.title),
-            .preview = TextSanitizer::redact(trimmed(stored.preview)),
-            .project = TextSanitizer::projectName(stored.cwd, m_home),
-            .projectPath = std::move(stored.cwd),
-            .source = sourceLabel(stored.source, isSubagent),
-            .model = std::move(stored.model),
-            .reasoningEffort = std::move(stored.reasoningEffort),
-            .branch = std::move(stored.branch),
-            .tokensUsed = stored.tokensUsed,
-            .createdAt = instant(stored.createdMilliseconds),
-            .updatedAt = instant(stored.updatedMilliseconds),
-            .archived = stored.archived,
-            .isSubagent = isSubagent,
-            .runState = m_resolver.resolve(stored.rolloutPath, stored.archived, m_parser),
-        };
+        m_fields.source = sourceLabel(stored.source, m_fields.isSubagent);
+        m_fields.model = stored.model;
+        m_fields.reasoningEffort = stored.reasoningEffort;
+        m_fields.branch = stored.branch;
+        m_fields.tokensUsed = stored.tokensUsed;
+        m_fields.createdAt = instant(stored.createdMilliseconds);
+        m_fields.updatedAt = instant(stored.updatedMilliseconds);
+        m_fields.archived = stored.archived;
+        m_rolloutPath = stored.rolloutPath;
+        m_fields.runState = m_resolver.resolve(m_rolloutPath, stored.archived, m_rolloutMemory);
     }
 
     const std::string &m_home;
     const KnownRecords &m_known;
     const std::stop_token &m_stop;
     ThreadRunStateResolver m_resolver;
-    RolloutEventParser m_parser;
+    RolloutMemory m_rolloutMemory;
+    // Filled anew for each row, in the memory of the last one that was known.
+    ThreadRecord::Fields m_fields;
+    std::string m_rolloutPath;
 };
 
 /// Calls `work` on this thread and on as many others as there is something to do for. Rethrows what
@@ -290,14 +312,15 @@ void runOnThreads(std::size_t tasks, const std::function<void()> &work) {
 
 /// Opening and reading rollout files takes most of the time, so several threads share them. Each
 /// batch is freed once its records are made: a million rows are not held twice.
-std::vector<ThreadRecord> records(std::vector<Batch> batches, const std::string &home,
+std::vector<ThreadRecord> records(Batches batches, const std::string &home,
                                   const KnownRecords &known, const std::stop_token &stop) {
     std::vector<std::vector<ThreadRecord>> made(batches.size());
     std::atomic<std::size_t> next = 0;
     runOnThreads(batches.size(), [&] {
         RecordMaker maker(home, known, stop);
         for (std::size_t i = next++; i < batches.size() && !stop.stop_requested(); i = next++) {
-            made[i] = maker.records(std::exchange(batches[i], {}));
+            made[i] = maker.records(batches[i]->rows);
+            batches[i].reset();
         }
     });
     std::vector<ThreadRecord> threads;

@@ -7,22 +7,13 @@
 
 namespace tallyview {
 
-namespace {
-
-std::optional<std::size_t> regularFileSize(int descriptor) {
-    struct stat status {};
-    const bool isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    return isRegular ? std::optional(static_cast<std::size_t>(status.st_size)) : std::nullopt;
-}
-
-} // namespace
-
 // The path may lead to a pipe or a terminal: opening it must neither block nor take it over.
 // Checking the path first would cost as much as opening it.
 RolloutFile::RolloutFile(const std::string &path) {
     if (!path.contains('\0')) {
         m_descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-        m_size = regularFileSize(m_descriptor);
+        const off_t end = lseek(m_descriptor, 0, SEEK_END);
+        m_size = end < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(end));
     }
 }
 
@@ -30,6 +21,11 @@ RolloutFile::~RolloutFile() {
     if (m_descriptor >= 0) {
         close(m_descriptor);
     }
+}
+
+bool RolloutFile::isRegular() const {
+    struct stat status {};
+    return fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 std::optional<std::size_t> RolloutFile::read(std::size_t offset, std::span<char> bytes) const {

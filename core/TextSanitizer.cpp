@@ -87,11 +87,15 @@ PathEnd pathEnd(std::string_view path) {
 
 std::string redact(std::string_view text) {
     std::string result(text);
-    maskKeyedValues(result);
-    maskServiceKeys(result);
-    maskWebTokens(result);
-    maskPhoneNumbers(result);
+    redactInPlace(result);
     return result;
+}
+
+void redactInPlace(std::string &text) {
+    maskKeyedValues(text);
+    maskServiceKeys(text);
+    maskWebTokens(text);
+    maskPhoneNumbers(text);
 }
 
 std::string projectName(std::string_view path) {

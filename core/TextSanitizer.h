@@ -13,6 +13,8 @@ namespace tallyview::TextSanitizer {
 
 /// The text with secrets and mobile phone numbers masked.
 std::string redact(std::string_view text);
+/// The same where the text stands; a text without any is only looked at.
+void redactInPlace(std::string &text);
 
 /// A short name for a working directory; never empty. The user's home directory is "Home".
 std::string projectName(std::string_view path);

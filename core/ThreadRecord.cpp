@@ -72,10 +72,10 @@ private:
 } // namespace
 
 ThreadRecord::ThreadRecord(Fields fields) {
-    std::string searchText = makeSearchText(fields);
     const std::size_t identityHash = CanonicalHash()(fields.id);
+    std::string searchText = makeSearchText(fields);
     m_data =
-        std::make_shared<const Data>(Data{std::move(fields), std::move(searchText), identityHash});
+        std::make_shared<const Data>(Data{std::move(fields), identityHash, std::move(searchText)});
 }
 
 bool operator==(const ThreadRecord &left, const ThreadRecord &right) {

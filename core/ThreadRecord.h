@@ -69,8 +69,8 @@ public:
 private:
     struct Data {
         Fields fields;
+        std::size_t identityHash; // here, as walks over all records look at it and the fields' end
         std::string searchText;
-        std::size_t identityHash;
     };
     std::shared_ptr<const Data> m_data;
 };

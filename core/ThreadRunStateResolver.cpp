@@ -1,6 +1,5 @@
 #include "core/ThreadRunStateResolver.h"
 
-#include "core/RolloutEvent.h"
 #include "core/RolloutFile.h"
 #include "core/UnicodeText.h"
 
@@ -22,17 +21,14 @@ constexpr std::size_t longestCharacter = 4;
 /// Room after a piece for the rest of a character and the parser's padding.
 constexpr std::size_t spareBytes = longestCharacter + RolloutEventParser::padding;
 
-/// Up to `length` bytes from `offset` on; nothing when there are none.
-std::optional<std::string> readPiece(const RolloutFile &file, std::size_t offset,
-                                     std::size_t length) {
-    std::optional<std::size_t> count;
-    std::string bytes;
+/// Up to `length` bytes from `offset` on into `bytes`; false when there are none.
+bool readPiece(const RolloutFile &file, std::size_t offset, std::size_t length,
+               std::string &bytes) {
     bytes.reserve(length + spareBytes);
     bytes.resize_and_overwrite(length, [&](char *begin, std::size_t size) {
-        count = file.read(offset, {begin, size});
-        return count.value_or(0);
+        return file.read(offset, {begin, size}).value_or(0);
     });
-    return count.value_or(0) == 0 ? std::nullopt : std::optional(std::move(bytes));
+    return !bytes.empty();
 }
 
 /// Takes lines off the end of a text.
@@ -155,21 +151,21 @@ ThreadRunState BackwardReading::result() {
 std::optional<ThreadRunState> BackwardReading::step() {
     const std::size_t length = std::min(m_offset, m_chunkSize);
     m_offset -= length;
-    std::optional<std::string> piece = readPiece(m_file, m_offset, length);
-    if (!piece) {
+    std::string piece;
+    if (!readPiece(m_file, m_offset, length, piece)) {
         return ThreadRunState::completed;
     }
-    *piece += m_cutCharacter;
+    piece += m_cutCharacter;
     const auto isContinuation = [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
     };
     const auto cut =
-        static_cast<std::size_t>(std::ranges::find_if_not(*piece, isContinuation) - piece->begin());
-    const auto text = std::string_view(*piece).substr(cut);
+        static_cast<std::size_t>(std::ranges::find_if_not(piece, isContinuation) - piece.begin());
+    const auto text = std::string_view(piece).substr(cut);
     if (cut >= longestCharacter || !isValidUtf8(text)) {
         return ThreadRunState::completed;
     }
-    m_cutCharacter = piece->substr(0, cut);
+    m_cutCharacter = piece.substr(0, cut);
     if (cut > 0) {
         m_undecoded.prepend(std::string(text));
         return std::nullopt;
@@ -224,12 +220,12 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
 /// Lines that are cut, torn or not UTF-8 make no difference: the first one is left out, the others
 /// decide nothing however they are read. A task that started settles nothing, because the bytes
 /// before it may keep any text from decoding.
-std::optional<ThreadRunState> tailState(RolloutEventParser &parser, const RolloutFile &file,
+std::optional<ThreadRunState> tailState(RolloutMemory &memory, const RolloutFile &file,
                                         std::size_t size, std::size_t length) {
-    const std::optional<std::string> tail = readPiece(file, size - length, length);
-    Lines lines(tail ? std::string_view(*tail) : std::string_view());
+    readPiece(file, size - length, length, memory.tail);
+    Lines lines(memory.tail);
     while (const auto line = lines.takeLast()) {
-        if (const auto state = parser.decidedState(*line)) {
+        if (const auto state = memory.parser.decidedState(*line)) {
             return state;
         }
     }
@@ -237,12 +233,12 @@ std::optional<ThreadRunState> tailState(RolloutEventParser &parser, const Rollou
 }
 
 /// Whether a look at the end of the file settles it as `completed`.
-bool endsCompleted(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
+bool endsCompleted(RolloutMemory &memory, const RolloutFile &file, std::size_t size,
                    std::size_t chunkSize) {
     // Of 512 KiB, 4 KiB hold the end of nearly every task, 32 KiB that of one with a long report.
     for (const std::size_t tailsPerPiece : {128U, 16U}) {
         const std::size_t length = std::min(size, chunkSize / tailsPerPiece);
-        if (const auto state = tailState(parser, file, size, length)) {
+        if (const auto state = tailState(memory, file, size, length)) {
             return state == ThreadRunState::completed;
         }
         if (length == size) {
@@ -256,22 +252,24 @@ bool endsCompleted(RolloutEventParser &parser, const RolloutFile &file, std::siz
 
 ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath,
                                                bool archived) const {
-    RolloutEventParser parser;
-    return resolve(rolloutPath, archived, parser);
+    RolloutMemory memory;
+    return resolve(rolloutPath, archived, memory);
 }
 
 ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath, bool archived,
-                                               RolloutEventParser &parser) const {
+                                               RolloutMemory &memory) const {
     if (archived || rolloutPath.empty()) {
         return ThreadRunState::completed;
     }
     const RolloutFile file(rolloutPath);
     const std::optional<std::size_t> size = file.size();
     try {
-        if (!size || endsCompleted(parser, file, *size, m_chunkSize)) {
+        // Anything but a regular file counts as completed, so whether it is one is worth a system
+        // call only if its end has not settled that.
+        if (!size || endsCompleted(memory, file, *size, m_chunkSize) || !file.isRegular()) {
             return ThreadRunState::completed;
         }
-        return BackwardReading(parser, file, *size, m_chunkSize).result();
+        return BackwardReading(memory.parser, file, *size, m_chunkSize).result();
     } catch (const std::bad_alloc &) {
         // A file with a line too large for the memory counts as unreadable.
         return ThreadRunState::completed;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/RolloutEvent.h"
 #include "core/ThreadVocabulary.h"
 
 #include <cstddef>
@@ -7,7 +8,11 @@
 
 namespace tallyview {
 
-class RolloutEventParser;
+/// What is reused from file to file. Use it from one thread.
+struct RolloutMemory {
+    RolloutEventParser parser{};
+    std::string tail{};
+};
 
 /// Tells from the end of a thread's rollout file whether its task is still running.
 ///
@@ -28,9 +33,9 @@ public:
     /// whose file is not touched. Blocks while it reads.
     ThreadRunState resolve(const std::string &rolloutPath, bool archived) const;
 
-    /// The same, for many files in a row, which share the memory of `parser`.
+    /// The same, for many files in a row.
     ThreadRunState resolve(const std::string &rolloutPath, bool archived,
-                           RolloutEventParser &parser) const;
+                           RolloutMemory &memory) const;
 
 private:
     std::size_t m_chunkSize;

@@ -8,7 +8,7 @@ namespace tallyview {
 
 namespace {
 
-constexpr QSize largestSize(512, 512);
+constexpr QSize largestSize(256, 256);
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "app/shell/OrvikTallyviewApp.h"
 
 #include "app/platform/FreedesktopInstance.h"
+#include "app/platform/ProcessMemory.h"
 #include "app/platform/TerminationSignals.h"
 #include "app/platform/TextScale.h"
 #include "app/shell/CommandLine.h"
@@ -41,6 +42,10 @@ OrvikTallyviewApp::OrvikTallyviewApp(const ApplicationInstance &instance)
     QObject::connect(
         &m_model, &DashboardModel::taskCompleted, &m_model,
         [this](const ThreadRecord &thread) { m_notifications.notifyCompletion(thread); });
+    // Queued: after the views have let go of what they showed. A reading needs as much memory again
+    // as the threads have, but only for a moment every 30 seconds.
+    QObject::connect(&m_model, &DashboardModel::refreshFinished, &m_model, returnFreedMemory,
+                     Qt::QueuedConnection);
     m_summary.setModel(&m_model);
 }
 
