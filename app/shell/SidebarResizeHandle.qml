@@ -48,17 +48,25 @@ Item {
         onDoubleTapped: handle.value = handle.defaultValue
     }
     // Counts from the width at its start, so that the edge stays under a pointer that comes back
-    // from beyond a bound.
+    // from beyond a bound. The move that starts it counts too; a translation comes with the next
+    // one only, and not if the last drag ended with the same.
     DragHandler {
         id: drag
 
         property real startWidth: 0
 
+        function follow() {
+            if (active)
+                handle.value = startWidth + centroid.scenePosition.x - centroid.scenePressPosition.x;
+        }
+
         target: null
-        dragThreshold: 1
-        yAxis.enabled: false
+        dragThreshold: 0
         cursorShape: Qt.SplitHCursor
-        onActiveChanged: startWidth = handle.value
-        onTranslationChanged: handle.value = startWidth + activeTranslation.x
+        onActiveChanged: {
+            startWidth = handle.value;
+            follow();
+        }
+        onCentroidChanged: follow()
     }
 }

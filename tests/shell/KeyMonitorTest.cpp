@@ -50,6 +50,11 @@ private slots:
         committing.setCommitString("直");
         QCoreApplication::sendEvent(field, &committing);
         QVERIFY(f.model.query() == "t直");
+        // Up and Down move the caret.
+        for (const auto &[key, position] : {std::pair(Qt::Key_Up, 0), {Qt::Key_Down, 2}}) {
+            f.press(key);
+            QCOMPARE(field->property("cursorPosition"), position);
+        }
         f.press(Qt::Key_K, Qt::ControlModifier);
         QCOMPARE(f.window->focusObject(), field);
         QVERIFY(f.model.query() == "t直");

@@ -62,6 +62,8 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
+        Keys.onUpPressed: cursorPosition = 0
+        Keys.onDownPressed: cursorPosition = length
         Keys.onEscapePressed: field.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
     }
     SoftText {
