@@ -3,6 +3,7 @@
 #include <QCollator>
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 #include <utility>
 
@@ -57,17 +58,29 @@ bool passesRecency(Instant time, TaskRecencyFilter filter, const CalendarCutoffs
 class NameNumbers {
 public:
     std::size_t numberOf(std::string_view name) {
-        // Equal names are mostly spelled alike, and that is quicker to see than equivalence.
-        const auto [entry, isNew] = m_spellings.try_emplace(name, 0);
-        if (isNew) {
-            entry->second = m_names.try_emplace(name, m_names.size()).first->second;
+        Known &known = m_known[placeOf(name)];
+        if (known.name.data() == nullptr || known.name != name) {
+            known = {name, m_names.try_emplace(name, m_names.size()).first->second};
         }
-        return entry->second;
+        return known.number;
     }
     std::size_t size() const { return m_names.size(); }
 
 private:
-    std::unordered_map<std::string_view, std::size_t> m_spellings;
+    struct Known {
+        std::string_view name;
+        std::size_t number;
+    };
+    using Place = unsigned char;
+
+    static Place placeOf(std::string_view name) {
+        const std::size_t ends = name.empty() ? 0 : 31 * name.front() + 7 * name.back();
+        return static_cast<Place>(name.size() + ends);
+    }
+
+    /// The last names, as threads share few. Equal ones are mostly spelled alike, and that is
+    /// quicker to see than equivalence.
+    std::array<Known, 256> m_known{};
     std::unordered_map<std::string_view, std::size_t, CanonicalHash, CanonicalEqual> m_names;
 };
 

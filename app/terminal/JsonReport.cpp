@@ -39,8 +39,8 @@ std::optional<std::string> isoTime(std::optional<Instant> time, const UtcOffset 
     return text.data();
 }
 
-JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model) {
-    const UtcOffset utcOffset = model.environment().utcOffset();
+JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model,
+                      const UtcOffset &utcOffset) {
     JsonObject json;
     json.add("id", thread.id())
         .add("state", rawValue(stateOf(thread)))
@@ -62,6 +62,7 @@ JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model) {
 }
 
 std::string listingJson(const Listing &listing, const DashboardModel &model, std::size_t limit) {
+    const UtcOffset utcOffset = model.environment().utcOffset();
     std::string json = "[";
     for (const ThreadTimeGroup &group : listing.groups) {
         for (const ThreadRecord &thread : group.threads) {
@@ -70,7 +71,7 @@ std::string listingJson(const Listing &listing, const DashboardModel &model, std
             }
             --limit;
             json += json.size() > 1 ? ",\n" : "";
-            json += threadJson(thread, model).add("group", group.id).text();
+            json += threadJson(thread, model, utcOffset).add("group", group.id).text();
         }
     }
     return json + "]\n";

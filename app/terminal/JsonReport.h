@@ -8,7 +8,9 @@
 /// What `--json` puts out; docs/formats.md tells the fields.
 namespace tallyview {
 
-JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model);
+/// `utcOffset` is the model's, whose making costs system calls.
+JsonObject threadJson(const ThreadRecord &thread, const DashboardModel &model,
+                      const UtcOffset &utcOffset);
 
 /// An array of at most `limit` threads.
 std::string listingJson(const Listing &listing, const DashboardModel &model, std::size_t limit);

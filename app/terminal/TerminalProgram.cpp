@@ -124,7 +124,7 @@ int TerminalProgram::withThread() {
 
 int TerminalProgram::show(const ThreadRecord &thread) {
     if (m_arguments.json) {
-        write({threadJson(thread, m_model).text()});
+        write({threadJson(thread, m_model, m_model.environment().utcOffset()).text()});
     } else {
         const ThreadDetail detail = threadDetail(
             thread, m_model.pinnedIDs().contains(thread.id()), m_model.environment().utcOffset(),
