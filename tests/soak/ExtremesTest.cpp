@@ -140,19 +140,6 @@ TEST_F(ExtremesTest, aListThatNeverEnds) {
     }
 }
 
-TEST_F(ExtremesTest, aDayOfRefreshes) {
-    ASSERT_TRUE(demo::appendEvent(rollout, "task_started").has_value());
-    write({{.id = "a", .rolloutPath = rollout}, {.id = "b", .rolloutPath = "/nowhere"}});
-    const auto threads = listed(16 * mebibyte);
-    const auto descriptors = tests::openDescriptors();
-    const auto allocated = mallinfo2().uordblks; // nothing under a sanitizer, which sees leaks
-    for (int refresh = 0; refresh < 5000; ++refresh) {
-        ASSERT_EQ(OrvikThreadStore(database).listThreads(threads), threads);
-    }
-    EXPECT_EQ(tests::openDescriptors(), descriptors);
-    EXPECT_LE(mallinfo2().uordblks, allocated + 65'536);
-}
-
 TEST_F(ExtremesTest, aMillionThreads) {
     constexpr int total = 1'000'000;
     auto written = demo::SampleDatabase::create(database, demo::SampleJournal::rollback);

@@ -273,15 +273,6 @@ def killed(scene, seconds):
             victim.start()
 
 
-def locked(scene, seconds):
-    with contextlib.closing(sqlite3.connect(scene.database, isolation_level=None)) as holder:
-        holder.execute("BEGIN EXCLUSIVE")
-        if scene.reader.refresh() != LOCKED:
-            raise AssertionError("the lock was not felt")
-        scene.refresh_for(seconds, LOCKED)
-    scene.refresh()
-
-
 def full(scene, seconds):
     """There is room for the database, but none for a log of its size."""
     room, endless = scene.database.stat().st_size + 20_000, resource.RLIM_INFINITY
@@ -341,10 +332,6 @@ UNWRITABLE = ["unshare", "--map-root-user", "--mount", "sh", "-c",
               ' mount -o remount,ro,bind "$home" && exec "$@"', "sh"]
 
 
-def is_awaited(path):
-    return path.with_name(path.name + ".awaited").exists()
-
-
 def holds_open(process, path):
     with contextlib.suppress(FileNotFoundError):  # it has just been closed
         return any(os.path.realpath(each) == str(path)
@@ -360,17 +347,15 @@ def quits(binaries, home, trouble):
         writer.executescript(f"CREATE TABLE threads ({COLUMNS});"
                              f"INSERT INTO threads (id, rollout_path) VALUES ('a', '{rollout}');"
                              + trouble)
-        environment = {**os.environ, "HOME": str(home), "XDG_CONFIG_HOME": str(home / ".config"),
-                       "XDG_RUNTIME_DIR": str(home),
-                       "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent",
-                       "QT_QPA_PLATFORM": "offscreen", "QT_QUICK_BACKEND": "software",
-                       "ASAN_OPTIONS": "verify_asan_link_order=0"}
-        if not trouble:
-            environment["LD_PRELOAD"] = str(binaries / "libsoak_stall.so")
-        process = subprocess.Popen([binaries / "orvik-tallyview"], env=environment)
-        waits = time.monotonic() + 60
-        while not (holds_open(process, database) if trouble else is_awaited(rollout)):
-            if process.poll() is not None or time.monotonic() > waits:
+        preloaded = {} if trouble else {"LD_PRELOAD": str(binaries / "libsoak_stall.so")}
+        process = subprocess.Popen([binaries / "orvik-tallyview"], env={
+            **os.environ, **preloaded, "HOME": str(home), "XDG_CONFIG_HOME": str(home / ".config"),
+            "XDG_RUNTIME_DIR": str(home), "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent",
+            "QT_QPA_PLATFORM": "offscreen", "QT_QUICK_BACKEND": "software",
+            "ASAN_OPTIONS": "verify_asan_link_order=0"})
+        awaited = home / "rollout.jsonl.awaited"
+        while not (holds_open(process, database) if trouble else awaited.exists()):
+            if process.poll() is not None:
                 raise AssertionError("it does not read")
             time.sleep(0.01)
         time.sleep(random.random())
@@ -388,7 +373,7 @@ TROUBLES = ["", "BEGIN EXCLUSIVE", "ALTER TABLE threads RENAME TO others; CREATE
             " SELECT i FROM n)"]
 ACTS = [
     (working, "WAL", {}), (working, "DELETE", {}), (killed, "WAL", {}), (killed, "DELETE", {}),
-    (locked, "DELETE", {}), (full, "WAL", {}), (barred, "DELETE", {"reads_through": BARRED}),
+    (full, "WAL", {}), (barred, "DELETE", {"reads_through": BARRED}),
     (replaced, "DELETE", {"agents": 1, "replaces": True}),
     (working, "DELETE", {"reads_through": UNWRITABLE}),
     (unwritable, "WAL", {"reads_through": UNWRITABLE})]
