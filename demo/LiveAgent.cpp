@@ -5,6 +5,7 @@
 #include "demo/SampleThreads.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tallyview::demo {
 namespace {
@@ -15,6 +16,8 @@ constexpr std::size_t mostRunning = 10;
 constexpr std::size_t choiceCount = 60;
 /// Longer files are left alone: reading one backwards in pieces might cut a character.
 constexpr std::uintmax_t longestRollout = 300'000;
+/// A task in a longer one can still end.
+constexpr std::uintmax_t anyLength = std::numeric_limits<std::uintmax_t>::max();
 
 std::int64_t newest(const SampleRow &row) {
     const std::int64_t seconds = row.updatedAt.value_or(0);
@@ -81,11 +84,11 @@ std::size_t LiveAgent::runningCount() const {
     return static_cast<std::size_t>(std::ranges::count(m_threads, true, &Thread::isRunning));
 }
 
-LiveAgent::Thread *LiveAgent::pick(bool isRunning) {
+LiveAgent::Thread *LiveAgent::pick(bool isRunning, std::uintmax_t mostBytes) {
     std::vector<Thread *> choices;
     for (Thread &thread : m_threads) {
         if (thread.isRunning == isRunning && !thread.isArchived &&
-            thread.rolloutBytes <= longestRollout && choices.size() < choiceCount) {
+            thread.rolloutBytes <= mostBytes && choices.size() < choiceCount) {
             choices.push_back(&thread);
         }
     }
@@ -128,7 +131,7 @@ void LiveAgent::begin(std::int64_t now) {
 }
 
 void LiveAgent::start(std::int64_t now) {
-    Thread *const thread = pick(false);
+    Thread *const thread = pick(false, longestRollout);
     if (thread == nullptr) {
         begin(now);
         return;
@@ -143,7 +146,7 @@ void LiveAgent::start(std::int64_t now) {
 }
 
 void LiveAgent::end(std::int64_t now) {
-    Thread *const thread = pick(true);
+    Thread *const thread = pick(true, anyLength);
     if (thread == nullptr) {
         return;
     }
@@ -155,7 +158,7 @@ void LiveAgent::end(std::int64_t now) {
 }
 
 void LiveAgent::carryOn(std::int64_t now) {
-    Thread *const thread = pick(true);
+    Thread *const thread = pick(true, longestRollout);
     if (thread == nullptr) {
         return;
     }
@@ -166,7 +169,7 @@ void LiveAgent::carryOn(std::int64_t now) {
 }
 
 void LiveAgent::archive() {
-    if (Thread *const thread = pick(false); thread != nullptr) {
+    if (Thread *const thread = pick(false, anyLength); thread != nullptr) {
         thread->isArchived = true;
         m_changed.push_back({.id = thread->id, .archived = 1});
     }

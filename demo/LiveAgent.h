@@ -44,7 +44,7 @@ private:
 
     void adopt(const SampleRow &row);
     std::size_t runningCount() const;
-    Thread *pick(bool isRunning);
+    Thread *pick(bool isRunning, std::uintmax_t mostBytes);
 
     void act(std::int64_t now);
     void begin(std::int64_t now);

@@ -66,11 +66,13 @@ std::expected<QByteArray, QString> readFile(const QString &path) {
     return bytes;
 }
 
+// Qt forgets that the last of the bytes could not be written unless they are flushed first.
 bool writeFile(const QString &path, const QByteArray &bytes) {
     QSaveFile file(path);
     file.setDirectWriteFallback(true);
     return bytes.size() <= largestFile && file.open(QFile::WriteOnly) &&
-           file.setPermissions(onlyOwner) && file.write(bytes) == bytes.size() && file.commit();
+           file.setPermissions(onlyOwner) && file.write(bytes) == bytes.size() && file.flush() &&
+           file.commit();
 }
 
 void makeFolder(const QString &path) {

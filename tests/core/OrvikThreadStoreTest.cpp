@@ -5,9 +5,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace tallyview {
@@ -70,7 +73,14 @@ TEST_F(OrvikThreadStoreTest, makesEachValueAFieldOfTheRecord) {
         {"id", "x'61ff'", {.id = "a\uFFFD"}},
         {"title", "CAST(x'61ff62e69687' AS TEXT)", {.title = "a\uFFFDb文"}},
         {"title", "42", {.title = "42"}},
+        {"title", "x'e6968700ff'", {.title = "文"}},
+        {"title", "zeroblob(1000000)", {}},
         {"tokens_used", "'12 apples'", {.tokensUsed = 12}},
+        {"tokens_used", "1e9", {.tokensUsed = 1'000'000'000}},
+        {"tokens_used", "-1e99", {.tokensUsed = std::numeric_limits<std::int64_t>::min()}},
+        {"created_at", "9223372036854775807 + 1", {.createdAt = at(9'223'372'036'854'775.807)}},
+        {"created_at", "'253402300799'", {.createdAt = at(253'402'300'799)}}, // in the year 9999
+        {"created_at", "-62167219200", {}},                                   // in the year 0
         {"source", "char(10) || ' CLI' || char(9)", {.source = "cli"}},
         {"source", "'ABCDEFGHIJKLMNOPQRSTUVWXY'", {}},
         {"source",
@@ -196,18 +206,68 @@ TEST_F(OrvikThreadStoreTest, waitsForALockButNotForEver) {
 
 /// What a file of unknown origin may hold in place of the table.
 TEST_F(OrvikThreadStoreTest, aForeignSchemaDoesNoHarm) {
-    writer.execute("INSERT INTO threads (id) VALUES (7); ALTER TABLE threads RENAME TO others");
-    for (const auto &[source, expected] :
-         {std::pair<std::string, std::string>("others", "7"),
-          {"others WHERE load_extension('/tmp/x')", "unsafe use of load_extension()"},
-          {"others, pragma_database_list",
-           "unsafe use of virtual table \"pragma_database_list\""}}) {
-        writer.execute("DROP VIEW IF EXISTS threads;"
-                       "CREATE VIEW threads AS SELECT others.* FROM " +
-                       source);
-        const auto threads = store.listThreads();
-        EXPECT_EQ(threads ? threads->at(0).id() : threads.error().text(), expected) << source;
+    const auto table = [](std::string definition) {
+        return "DROP TABLE threads; CREATE TABLE threads (" + std::move(definition) +
+               "); INSERT INTO threads (id, updated_at) VALUES (8, 1), ('7', '02')";
+    };
+    const auto view = [](const std::string &source) {
+        return "INSERT INTO threads (id) VALUES (7); ALTER TABLE threads RENAME TO others;"
+               "CREATE VIEW threads AS SELECT others.* FROM " +
+               source;
+    };
+    std::string typed = columns, many = columns;
+    for (std::size_t comma = 0; (comma = typed.find(',', comma)) != std::string::npos; comma += 9) {
+        typed.insert(comma, " INTEGER");
     }
+    for (int extra = 0; extra < 190; ++extra) {
+        many += ", extra" + std::to_string(extra);
+    }
+    const std::string withoutTitle = columns.substr(0, 4) + columns.substr(11);
+    const std::pair<std::string, std::string> cases[] = {
+        {table(typed), "7"},
+        {table(many), "7"},
+        {table(withoutTitle), "no such column: title"},
+        {table(withoutTitle + ", Title TEXT COLLATE NOCASE"), "7"},
+        {table(withoutTitle + ", name"), "no such column: title"},
+        {table(withoutTitle + ", title AS (hex(id))"), "7"},
+        {"DROP TABLE threads", "no such table: threads"},
+        {view("others"), "7"},
+        {view(
+             "others; CREATE TRIGGER t INSTEAD OF UPDATE ON threads BEGIN DELETE FROM others; END"),
+         "7"},
+        {view("others WHERE load_extension('/tmp/x')"), "unsafe use of load_extension()"},
+        {view("others, pragma_database_list"),
+         "unsafe use of virtual table \"pragma_database_list\""},
+        {view("threads AS others"), "view threads is circularly defined"},
+    };
+    for (const auto &[sql, expected] : cases) {
+        const std::string foreign = folder.write("foreign.sqlite", "");
+        Writer(foreign).execute(schema + sql);
+        const auto threads = OrvikThreadStore(foreign).listThreads();
+        EXPECT_EQ(threads ? threads->at(0).id() : threads.error().text(), expected) << sql;
+    }
+}
+
+/// A list is whole or refused, however few descriptors are left; a rollout file that cannot be
+/// opened is like none.
+TEST_F(OrvikThreadStoreTest, managesWithoutDescriptors) {
+    writer.execute("INSERT INTO threads (id, rollout_path) VALUES ('a', '" +
+                   folder.write("rollout", "") + "')");
+    const auto before = tests::openDescriptors();
+    const int lowestFree = dup(0);
+    close(lowestFree);
+    rlimit whole{};
+    getrlimit(RLIMIT_NOFILE, &whole);
+    std::string outcomes;
+    for (rlim_t left = 0; left < 4; ++left) {
+        const rlimit few{static_cast<rlim_t>(lowestFree) + left, whole.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &few);
+        const auto threads = store.listThreads();
+        setrlimit(RLIMIT_NOFILE, &whole);
+        outcomes += (threads ? std::to_string(threads->size()) : threads.error().text()) + "; ";
+    }
+    EXPECT_EQ(outcomes, "unable to open database file; 1; 1; 1; ");
+    EXPECT_EQ(tests::openDescriptors(), before);
 }
 
 } // namespace

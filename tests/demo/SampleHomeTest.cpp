@@ -1,7 +1,6 @@
 #include "demo/SampleHome.h"
 
 #include "core/OrvikThreadStore.h"
-#include "core/TaskCompletionTracker.h"
 #include "demo/LiveAgent.h"
 #include "demo/Rollout.h"
 #include "tests/support/TemporaryHome.h"
@@ -79,28 +78,6 @@ TEST_F(SampleHomeTest, HasSomethingForEveryView) {
                                  "<b>Bold</b>", "🚀", "إصلاح", "未命名任务"}) {
         EXPECT_TRUE(texts.contains(expected)) << expected;
     }
-}
-
-TEST_F(SampleHomeTest, TheLiveAgentKeepsTasksStartingAndEnding) {
-    write(60);
-    auto agent = LiveAgent::resume(folder.path(), 7).value();
-    TaskCompletionTracker tracker;
-    std::size_t completed = 0;
-    for (std::int64_t step = 1; step <= 150; ++step) {
-        ASSERT_TRUE(agent.step((now + step * 4) * 1000).has_value());
-        const auto threads = listed();
-        auto wanted = agent.running();
-        const std::size_t runningCount = wanted.size();
-        for (const ThreadRecord &thread : threads) {
-            const bool isWanted = std::erase(wanted, thread.id()) == 1;
-            ASSERT_EQ(thread->runState == ThreadRunState::running, isWanted) << thread.id();
-        }
-        ASSERT_TRUE(wanted.empty());
-        ASSERT_TRUE(step <= 10 || (runningCount >= 3 && runningCount <= 20));
-        completed += tracker.completedThreads(threads).size();
-    }
-    EXPECT_GT(completed, 20U);
-    EXPECT_GT(listed().size(), 60U);
 }
 
 TEST_F(SampleHomeTest, OtherAgentDataIsLeftAlone) {

@@ -117,6 +117,17 @@ private slots:
                  "刚刚: future fresh | 今天: done filed morning | 本周: sunday sunny friday");
         choose(f.model, "all, older");
         QCOMPARE(groups(f.model), "更早: thursday timeless");
+        // A clock that is set a year forward, then back: all is old, then all is to come.
+        f.now += std::chrono::hours(366 * 24);
+        f.refresh();
+        QCOMPARE(f.model.visibleThreads().size(), 10U);
+        f.now -= std::chrono::hours(2 * 366 * 24);
+        f.refresh();
+        QCOMPARE(groups(f.model), "更早: timeless");
+        choose(f.model, "all, week");
+        QCOMPARE(groups(f.model), "刚刚: " + f.visible());
+        QCOMPARE(f.model.visibleThreads().size(), 9U);
+        f.now += std::chrono::hours(366 * 24);
         // Shortly after midnight a thread is in two groups.
         f.show({{.id = "late", .age = 12 * hour + 10 * minute}});
         f.model.setRecencyFilter(TaskRecencyFilter::week);

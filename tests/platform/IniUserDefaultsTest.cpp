@@ -8,9 +8,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -99,6 +101,24 @@ private slots:
         }
         QTest::qWait(500);
         QCOMPARE(unwritable.text("5"), "268.5");
+    }
+
+    void aFullDiskTakesNothing() {
+        const QByteArray before = "[General]\nappearanceMode=dark\n";
+        QVERIFY(QDir(m_folder->path()).mkdir("orvik"));
+        writeInPlace(path(), before);
+        ::signal(SIGXFSZ, SIG_IGN);
+        IniUserDefaults defaults(path());
+        QByteArrayList texts;
+        for (const rlim_t room : {rlim_t{0}, rlim_t{20}, RLIM_INFINITY}) {
+            const rlimit limit{room, RLIM_INFINITY};
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+            defaults.setValue("sidebarWidth", texts.size());
+            QTest::qWait(500);
+            texts.append(fileText());
+        }
+        QCOMPARE(texts, (QByteArrayList{before, before, before + "sidebarWidth=2\n"}));
+        QCOMPARE(QDir(path("orvik")).entryList(QDir::Files), QStringList("tallyview.conf"));
     }
 
     void malformedValuesAreAbsent() {

@@ -104,6 +104,28 @@ private slots:
         QCOMPARE(shown({}), "时间未知");
     }
 
+    void timesOfDamagedRowsAndClocksAreShown() {
+        const std::pair<double, const char *> times[] = {
+            {-6.21e10, "0002/02/17 00:00"}, // no row has it, a clock may
+            {0.001, "1970/01/01 00:00"},
+            {253'402'300'799.0, "9999/12/31 23:59"},
+            {253'402'300'800.0, "10000/01/01 00:00"},
+            {9'223'372'036'854'775.0, "275760/09/13 00:00"},
+        };
+        for (const char *zone : {"UTC", "Europe/Berlin", "Pacific/Apia", "XXX24YYY,J1,J365"}) {
+            qputenv("TZ", zone);
+            const UtcOffset clock = userUtcOffset();
+            for (const auto &[time, text] : times) {
+                const QString shown = ThreadFormatting::full(at(time), clock);
+                QVERIFY2(qstrcmp(zone, "UTC") != 0 || shown == text, qPrintable(shown));
+                const auto cutoffs = CalendarCutoffs::at(at(time), clock);
+                QVERIFY(cutoffs.week < cutoffs.startOfToday);
+                QVERIFY(cutoffs.startOfToday < cutoffs.startOfTomorrow);
+                QVERIFY(cutoffs.isToday(at(std::min(time, 8.64e12))));
+            }
+        }
+    }
+
     void datesAreThoseOfTheUsersClock() {
         for (const char *zone :
              {"Europe/Berlin", ":Europe/Berlin", "CET-1CEST,M3.5.0,M10.5.0/3",

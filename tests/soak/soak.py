@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Refreshes beside agents that write, crash, lock, run out of room and replace their database.
 
-    soak.py READER [SECONDS]    SECONDS (6) of each kind of trouble
+    soak.py BINARIES [SECONDS]    SECONDS (72) of trouble, of each kind as much
 
-Each answer of READER, while agents are at work too, is held to what they say they have done: a
+Each answer of the reader, while agents are at work too, is held to what they say they have done: a
 list is whole, of one moment and as new as the refresh; an error is one that the trouble explains,
-and the first refresh after the trouble succeeds.
+and the first refresh after the trouble succeeds. The application quits within a second, whatever
+it waits for, and has written its settings.
 """
 
 import contextlib
@@ -25,11 +26,25 @@ LOCKED = "无法读取 Orvik 任务：database is locked"
 UNRECOVERED = "无法读取 Orvik 任务：attempt to write a readonly database"
 MISSING = "找不到 Orvik 状态数据库："
 VANISHED = "无法只读打开 Orvik 数据库：unable to open database file"
+UNREADABLE = "无法读取 Orvik 任务：unable to open database file"
 COLUMNS = ("id, title, preview, cwd, source, model, reasoning_effort, git_branch, tokens_used,"
            " created_at, created_at_ms, updated_at, updated_at_ms, recency_at, recency_at_ms,"
            " archived, agent_role, agent_path, rollout_path")
 BYSTANDERS = 600  # so many threads more that several batches are made of them
 LIVE = 6  # threads with a rollout file of their own
+
+
+STRANGERS = [os.mkdir, os.mkfifo, lambda path: path.symlink_to(path),
+             lambda path: path.symlink_to("/dev/zero")]
+
+
+def cleared(path):
+    """The path, with nothing but perhaps a regular file there."""
+    if path.is_symlink() or path.is_fifo():
+        path.unlink()
+    elif path.is_dir():
+        path.rmdir()
+    return path
 
 
 def event(kind):
@@ -152,7 +167,11 @@ class Agent:
 
     def act(self, index):
         """Does something to a rollout file, which is seen, and left, in the midst of it."""
-        path = self.rollouts[index]
+        path = cleared(self.rollouts[index])
+        if random.random() < 0.1:
+            path.unlink(missing_ok=True)
+            random.choice(STRANGERS)(path)
+            return
         change = random.choice((os.truncate, os.unlink, os.rename, *[None] * 7))
         if change and path.exists():
             change(*{os.truncate: (path, 0), os.rename: (path, f"{path}.1")}.get(change, (path,)))
@@ -162,13 +181,14 @@ class Agent:
             file.write(b'\xe4'[:random.randrange(2)])
 
     def end_with(self, index, kind):
-        self.rollouts[index].write_bytes(event("task_complete") + event(kind) + b'\n{"type":"event_')
+        cleared(self.rollouts[index]).write_bytes(
+            event("task_complete") + event(kind) + b'\n{"type":"event_')
         self.runs[index] = kind == "task_started"
 
 
 class Reader:
-    def __init__(self, program, database):
-        self.process = subprocess.Popen([program, database], encoding="utf-8",
+    def __init__(self, *command):
+        self.process = subprocess.Popen(command, encoding="utf-8",
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
     def refresh(self):
@@ -193,13 +213,13 @@ class Reader:
 class Scene:
     """A home, the agents at work in it and the reader beside them."""
 
-    def __init__(self, program, home, journal, agents=2, replaces=False):
+    def __init__(self, binaries, home, journal, agents=2, replaces=False, reads_through=()):
         self.home, self.database = home, home / "state.sqlite"
         self.agents = [Agent(home, f"agent{index}", journal, replaces) for index in range(agents)]
         with contextlib.closing(self.agents[0].connected(self.database)) as bystanders:
             bystanders.executemany("INSERT INTO threads (id, title) VALUES (?, 'bystander')",
                                    ((f"bystander{index}",) for index in range(BYSTANDERS)))
-        self.reader = Reader(program, self.database)
+        self.reader = Reader(*reads_through, binaries / "soak_reader", self.database)
         self.is_at_work = False
 
     def refresh(self, *explained):
@@ -253,15 +273,6 @@ def killed(scene, seconds):
             victim.start()
 
 
-def locked(scene, seconds):
-    with contextlib.closing(sqlite3.connect(scene.database, isolation_level=None)) as holder:
-        holder.execute("BEGIN EXCLUSIVE")
-        if scene.reader.refresh() != LOCKED:
-            raise AssertionError("the lock was not felt")
-        scene.refresh_for(seconds, LOCKED)
-    scene.refresh()
-
-
 def full(scene, seconds):
     """There is room for the database, but none for a log of its size."""
     room, endless = scene.database.stat().st_size + 20_000, resource.RLIM_INFINITY
@@ -281,15 +292,109 @@ def replaced(scene, seconds):
         scene.refresh_for(seconds, LOCKED, VANISHED, MISSING + str(scene.database))
 
 
-def main(program, seconds="6"):
-    for act, journal, options in [
-            (working, "WAL", {}), (working, "DELETE", {}), (killed, "WAL", {}),
-            (killed, "DELETE", {}), (locked, "DELETE", {}), (full, "WAL", {}),
-            (replaced, "DELETE", {"agents": 1, "replaces": True})]:
+@contextlib.contextmanager
+def taken_away(path):
+    """Nobody has a right to the file, even where an agent moves it meanwhile."""
+    file = os.open(path, os.O_RDONLY | os.O_NOFOLLOW | os.O_NONBLOCK)
+    try:
+        os.fchmod(file, 0)
+        yield
+    finally:
+        os.fchmod(file, 0o700)
+        os.close(file)
+
+
+def barred(scene, seconds):
+    with scene.agents_at_work():
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            for path in scene.database, scene.home, *scene.agents[0].rollouts:
+                with contextlib.suppress(OSError), taken_away(path):
+                    scene.refresh(LOCKED, VANISHED, MISSING + str(scene.database))
+                scene.refresh(LOCKED)
+
+
+def unwritable(scene, seconds):
+    """While anybody has the database open, the files of its log are there; else nobody can make
+    them."""
+    if scene.reader.refresh() != UNREADABLE:
+        raise AssertionError("a log was made")
+    with contextlib.closing(sqlite3.connect(scene.database)) as keeper:
+        keeper.execute("SELECT count(*) FROM threads").fetchone()
+        working(scene, seconds)
+
+
+# Without the rights that root has beyond all others'.
+BARRED = (["setpriv", "--bounding-set=-dac_override,-dac_read_search"] if os.geteuid() == 0 else [])
+# On a mount of its own that nothing can be written to.
+UNWRITABLE = ["unshare", "--map-root-user", "--mount", "sh", "-c",
+              'home=$(dirname "$2") && mount --bind "$home" "$home" &&'
+              ' mount -o remount,ro,bind "$home" && exec "$@"', "sh"]
+
+
+def holds_open(process, path):
+    with contextlib.suppress(FileNotFoundError):  # it has just been closed
+        return any(os.path.realpath(each) == str(path)
+                   for each in pathlib.Path(f"/proc/{process.pid}/fd").iterdir())
+
+
+def quits(binaries, home, trouble):
+    """Quits while the first refresh waits for a rollout file, a lock or an endless query."""
+    database, rollout = home / ".orvik/state_5.sqlite", home / "rollout.jsonl"
+    database.parent.mkdir()
+    rollout.write_bytes(event("task_started"))
+    with contextlib.closing(sqlite3.connect(database, isolation_level=None)) as writer:
+        writer.executescript(f"CREATE TABLE threads ({COLUMNS});"
+                             f"INSERT INTO threads (id, rollout_path) VALUES ('a', '{rollout}');"
+                             + trouble)
+        preloaded = {} if trouble else {"LD_PRELOAD": str(binaries / "libsoak_stall.so")}
+        process = subprocess.Popen([binaries / "orvik-tallyview"], env={
+            **os.environ, **preloaded, "HOME": str(home), "XDG_CONFIG_HOME": str(home / ".config"),
+            "XDG_RUNTIME_DIR": str(home), "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent",
+            "QT_QPA_PLATFORM": "offscreen", "QT_QUICK_BACKEND": "software",
+            "ASAN_OPTIONS": "verify_asan_link_order=0"})
+        awaited = home / "rollout.jsonl.awaited"
+        while not (holds_open(process, database) if trouble else awaited.exists()):
+            if process.poll() is not None:
+                raise AssertionError("it does not read")
+            time.sleep(0.01)
+        time.sleep(random.random())
+        start = time.monotonic()
+        process.terminate()
+        code, took = process.wait(40), time.monotonic() - start
+    if code != 0 or took > 1:
+        raise AssertionError(f"it ended with {code} after {took:.1f} s of {trouble or 'a stall'}")
+    if "notificationAuthorizationGranted" not in (home / ".config/orvik/tallyview.conf").read_text():
+        raise AssertionError("its settings were not written")
+
+
+TROUBLES = ["", "BEGIN EXCLUSIVE", "ALTER TABLE threads RENAME TO others; CREATE VIEW threads AS"
+            " SELECT * FROM others WHERE 2 IN (WITH n AS (SELECT 1 AS i UNION ALL SELECT i FROM n)"
+            " SELECT i FROM n)"]
+ACTS = [
+    (working, "WAL", {}), (working, "DELETE", {}), (killed, "WAL", {}), (killed, "DELETE", {}),
+    (full, "WAL", {}), (barred, "DELETE", {"reads_through": BARRED}),
+    (replaced, "DELETE", {"agents": 1, "replaces": True}),
+    (working, "DELETE", {"reads_through": UNWRITABLE}),
+    (unwritable, "WAL", {"reads_through": UNWRITABLE})]
+
+
+def main(binaries, seconds="72"):
+    binaries, share = pathlib.Path(binaries).resolve(), float(seconds) / (len(ACTS) + 2)
+    for act, journal, options in ACTS:
         with tempfile.TemporaryDirectory(prefix="tallyview-soak-") as folder:
-            scene = Scene(program, pathlib.Path(folder), journal, **options)
-            act(scene, float(seconds))
+            way = options.get("reads_through", [])
+            if way and subprocess.run([*way, "true", f"{folder}/database"]).returncode != 0:
+                print("Left out: a reader on a mount of its own.")
+                continue
+            scene = Scene(binaries, pathlib.Path(folder), journal, **options)
+            act(scene, share)
             scene.reader.close()
+    end = time.monotonic() + 2 * share
+    while time.monotonic() < end:
+        for trouble in TROUBLES:
+            with tempfile.TemporaryDirectory(prefix="tallyview-soak-") as folder:
+                quits(binaries, pathlib.Path(folder), trouble)
 
 
 if __name__ == "__main__":
