@@ -94,13 +94,12 @@ void Watch::writeChange(const ThreadRecord &thread) {
     const Instant now = m_model.environment().now();
     const UtcOffset utcOffset = m_model.environment().utcOffset();
     if (m_arguments.json) {
-        m_output.write(
-            JsonObject()
-                .add("event", hasStarted ? "started" : "completed")
-                .add("at", isoTime(now, utcOffset))
-                .add("thread", threadJson(thread, m_model, m_model.environment().utcOffset()))
-                .text() +
-            "\n");
+        m_output.write(JsonObject()
+                           .add("event", hasStarted ? "started" : "completed")
+                           .add("at", isoTime(now, utcOffset))
+                           .add("thread", threadJson(thread, m_model, utcOffset))
+                           .text() +
+                       "\n");
         return;
     }
     const std::string time = ThreadFormatting::full(now, utcOffset).toStdString();
