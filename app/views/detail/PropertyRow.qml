@@ -1,11 +1,13 @@
 import QtQuick
+import QtQuick.Templates as T
 import Orvik.Tallyview.Views
 import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
-// A label and a value that can be selected and copied.
-Item {
+// A label and a value that can be selected and copied, with the mouse or, while the row has the
+// focus, with the keys of a text editor.
+T.Control {
     id: view
 
     required property detailProperty row
@@ -14,6 +16,15 @@ Item {
     // Both are at least those of a line with Han, so that rows without are no closer.
     readonly property real firstBaseline: Math.max(10.4, title.baselineOffset, excerpt.ascent)
 
+    focusPolicy: Qt.TabFocus
+    Keys.forwardTo: [text]
+    Accessible.role: Accessible.StaticText
+    Accessible.name: row.value
+    Accessible.description: row.label
+    onVisualFocusChanged: {
+        if (!visualFocus)
+            text.deselect();
+    }
     implicitHeight: Math.max(14, title.y + title.height, text.y + text.height)
 
     SoftText {
@@ -43,6 +54,7 @@ Item {
         anchors.right: parent.right
         readOnly: true
         selectByMouse: true
+        selectByKeyboard: true
         // The menu takes the focus; what it copies stays selected.
         persistentSelection: true
         textFormat: TextEdit.PlainText
@@ -53,8 +65,7 @@ Item {
         color: SoftTheme.primaryInk
         selectionColor: SoftTheme.accent
         selectedTextColor: SoftTheme.accentInk
-        Accessible.role: Accessible.StaticText
-        Accessible.name: view.row.value
+        Accessible.ignored: true
         onActiveFocusChanged: {
             if (!activeFocus && !view.copyMenu.visible)
                 deselect();
@@ -74,5 +85,9 @@ Item {
                 view.copyMenu.offer(excerpt.original(text.selectionStart, text.selectionEnd));
             }
         }
+    }
+    SoftFocusRing {
+        target: view
+        radius: 4
     }
 }

@@ -62,7 +62,12 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
-        Keys.onEscapePressed: field.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
+        Keys.onEscapePressed: {
+            if (text !== "")
+                view.index.query = "";
+            else
+                nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason);
+        }
     }
     SoftText {
         id: placeholder
