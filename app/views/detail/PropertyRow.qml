@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvik.Tallyview.Views
 import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
@@ -7,7 +6,7 @@ import Orvik.Tallyview.Theme
 
 // A label and a value that can be selected and copied, with the mouse or, while the row has the
 // focus, with the keys of a text editor.
-T.Control {
+Item {
     id: view
 
     required property detailProperty row
@@ -16,13 +15,13 @@ T.Control {
     // Both are at least those of a line with Han, so that rows without are no closer.
     readonly property real firstBaseline: Math.max(10.4, title.baselineOffset, excerpt.ascent)
 
-    focusPolicy: Qt.TabFocus
+    activeFocusOnTab: true
     Keys.forwardTo: [text]
     Accessible.role: Accessible.StaticText
     Accessible.name: row.value
     Accessible.description: row.label
-    onVisualFocusChanged: {
-        if (!visualFocus)
+    onActiveFocusChanged: {
+        if (!activeFocus)
             text.deselect();
     }
     implicitHeight: Math.max(14, title.y + title.height, text.y + text.height)
@@ -88,6 +87,7 @@ T.Control {
     }
     SoftFocusRing {
         target: view
+        wanted: view.activeFocus
         radius: 4
     }
 }
