@@ -12,7 +12,7 @@ namespace {
 
 /// One notch of a wheel.
 constexpr qreal wheelStep = 96;
-/// The share of the view that a page key scrolls by.
+/// The share of the view that is a page.
 constexpr qreal page = 0.9;
 
 } // namespace
@@ -42,17 +42,28 @@ void ScrollMotion::watch(QQuickWindow *window) {
 
 bool ScrollMotion::eventFilter(QObject *watched, QEvent *event) {
     if (watched == m_view && event->type() == QEvent::Wheel) {
-        event->setAccepted(turn(*static_cast<const QWheelEvent *>(event)));
+        event->setAccepted(isUnderMenu() || turn(*static_cast<const QWheelEvent *>(event)));
         return true;
     }
     if (event->type() == QEvent::TouchBegin || event->type() == QEvent::MouseButtonPress) {
-        const auto &press = *static_cast<const QPointerEvent *>(event);
-        const bool touched = press.deviceType() == QInputDevice::DeviceType::TouchScreen;
-        if (std::exchange(m_touched, touched) != touched) {
-            emit touchedChanged();
-        }
+        press(*static_cast<const QPointerEvent *>(event));
     }
     return false;
+}
+
+void ScrollMotion::press(const QPointerEvent &press) {
+    // What is touched or gripped stands still.
+    if (m_view->contains(m_view->mapFromScene(press.points().constFirst().scenePosition()))) {
+        stop();
+    }
+    const bool touched = press.deviceType() == QInputDevice::DeviceType::TouchScreen;
+    if (std::exchange(m_touched, touched) != touched) {
+        emit touchedChanged();
+    }
+}
+
+bool ScrollMotion::isUnderMenu() const {
+    return m_popups && m_focusedItem && m_popups->isAncestorOf(m_focusedItem);
 }
 
 qreal ScrollMotion::lowestTop() const {
@@ -72,13 +83,27 @@ void ScrollMotion::scrollTo(qreal top, bool animated) {
     m_glide.start();
 }
 
+void ScrollMotion::beginAt(qreal top) {
+    if (top > 0 && m_view->window()) {
+        connect(
+            m_view->window(), &QQuickWindow::afterAnimating, this,
+            [this, top] { scrollTo(top, false); }, Qt::SingleShotConnection);
+    }
+}
+
 void ScrollMotion::scrollBy(qreal distance, bool animated) {
-    const bool isGliding = m_glide.state() == QAbstractAnimation::Running;
-    scrollTo((isGliding ? m_glide.endValue().toReal() : number("contentY")) + distance, animated);
+    const bool goesOn = animated && m_glide.state() == QAbstractAnimation::Running;
+    scrollTo((goesOn ? m_glide.endValue().toReal() : number("contentY")) + distance, animated);
 }
 
 void ScrollMotion::scrollAcrossTo(qreal left) {
     m_view->setProperty("contentX", std::round(std::clamp(left, 0.0, farthestLeft())));
+}
+
+void ScrollMotion::turnPages(int pages) { scrollBy(pages * page * m_view->height(), true); }
+
+void ScrollMotion::turnPagesAcross(int pages) {
+    scrollAcrossTo(number("contentX") + pages * page * m_view->width());
 }
 
 bool ScrollMotion::scrollForKey(int key) {
@@ -87,10 +112,10 @@ bool ScrollMotion::scrollForKey(int key) {
     }
     switch (key) {
     case Qt::Key_PageUp:
-        scrollBy(-page * m_view->height(), true);
+        turnPages(-1);
         return true;
     case Qt::Key_PageDown:
-        scrollBy(page * m_view->height(), true);
+        turnPages(1);
         return true;
     case Qt::Key_Home:
         scrollTo(0, true);
@@ -104,8 +129,8 @@ bool ScrollMotion::scrollForKey(int key) {
 }
 
 bool ScrollMotion::turn(const QWheelEvent &wheel) {
-    // A touchpad reports pixels, a wheel notches.
-    const bool isSmooth = !wheel.pixelDelta().isNull();
+    // A touchpad reports pixels, none while it moves too slowly for one; a wheel reports notches.
+    const bool isSmooth = !wheel.pixelDelta().isNull() || wheel.phase() != Qt::NoScrollPhase;
     const QPointF distance =
         isSmooth ? QPointF(wheel.pixelDelta()) : QPointF(wheel.angleDelta()) / 120 * wheelStep;
     // What cannot scroll leaves the wheel to the view around it.

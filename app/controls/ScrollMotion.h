@@ -19,6 +19,9 @@ class ScrollMotion : public QObject {
     Q_PROPERTY(qreal revealMargin MEMBER m_revealMargin)
     /// The item of the window that has the keyboard's focus.
     Q_PROPERTY(QQuickItem *focusedItem MEMBER m_focusedItem WRITE setFocusedItem)
+    /// The item that all popups of the window are in. While one has the focus the wheel does
+    /// nothing.
+    Q_PROPERTY(QQuickItem *popups MEMBER m_popups)
     /// Whether the window was last pressed by a finger.
     Q_PROPERTY(bool touched READ touched NOTIFY touchedChanged)
 
@@ -27,8 +30,13 @@ public:
 
     /// Shows the content from `top` on, or from as near to it as the content goes.
     Q_INVOKABLE void scrollTo(qreal top, bool animated);
+    /// As soon as the content has been laid out, at once shows it from `top` on.
+    Q_INVOKABLE void beginAt(qreal top);
     /// False when there is nothing to scroll or the key is no scrolling key.
     Q_INVOKABLE bool scrollForKey(int key);
+    /// Scrolls on, or back if `pages` is negative; a page is a little less than the view.
+    Q_INVOKABLE void turnPages(int pages);
+    Q_INVOKABLE void turnPagesAcross(int pages);
     Q_INVOKABLE void stop() { m_glide.stop(); }
 
     void setView(QQuickItem *view);
@@ -48,12 +56,15 @@ private:
     void scrollBy(qreal distance, bool animated);
     void scrollAcrossTo(qreal left);
     bool turn(const QWheelEvent &wheel);
+    void press(const QPointerEvent &press);
+    bool isUnderMenu() const;
     void reveal(const QQuickItem &item);
     bool isReached(const QQuickItem &item) const;
     void watch(QQuickWindow *window);
 
     QQuickItem *m_view = nullptr;
     QQuickItem *m_focusedItem = nullptr;
+    QQuickItem *m_popups = nullptr;
     QVariantAnimation m_glide;
     int m_duration = 0;
     qreal m_revealMargin = 0;

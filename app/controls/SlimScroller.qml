@@ -5,8 +5,7 @@ import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 /// A slim knob over the edge of a Flickable. It shows while the content moves and while the pointer
-/// is near, or always if it is `lasting`, and takes no room. The knob can be dragged; a click
-/// beside it turns a page.
+/// is near, or always if it is `lasting`, and takes no room. The knob can be dragged.
 T.ScrollBar {
     id: scroller
 
@@ -18,6 +17,9 @@ T.ScrollBar {
     /// How wide the strip is that the pointer can hit.
     readonly property real reach: 11
     readonly property real shortestKnob: 28
+
+    /// A click beside the knob asks to scroll by this many pages.
+    signal turned(pages: int)
 
     z: 1
     visible: size < 1
@@ -66,7 +68,7 @@ T.ScrollBar {
 
         TapHandler {
             gesturePolicy: TapHandler.WithinBounds
-            onTapped: scroller.position = Math.max(0, scroller.position - scroller.size)
+            onTapped: scroller.turned(-1)
         }
     }
     Item {
@@ -77,7 +79,7 @@ T.ScrollBar {
 
         TapHandler {
             gesturePolicy: TapHandler.WithinBounds
-            onTapped: scroller.position = Math.min(1 - scroller.size, scroller.position + scroller.size)
+            onTapped: scroller.turned(1)
         }
     }
 }

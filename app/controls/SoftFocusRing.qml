@@ -10,7 +10,8 @@ import Orvik.Tallyview.Theme
 Item {
     id: ring
 
-    required property T.Control target
+    required property Item target
+    property bool wanted: (target as T.Control)?.visualFocus ?? false
     property real radius: 0
 
     readonly property real gap: 1
@@ -18,7 +19,7 @@ Item {
 
     anchors.fill: target
     anchors.margins: -(gap + line / 2)
-    visible: target.visible && target.visualFocus
+    visible: target.visible && wanted
 
     // Hardly any control ever shows its ring. A Loader makes no bound component before Qt 6.5.
     Repeater {

@@ -92,6 +92,6 @@ T.AbstractButton {
     }
     SoftToolTip {
         text: button.helpText
-        wanted: button.hovered && button.raised && text !== ""
+        wanted: (button.hovered || button.visualFocus) && button.raised && text !== ""
     }
 }

@@ -15,6 +15,8 @@ Flickable {
     property bool scrollersStay: false
     /// Whether it gets the page keys of the window that nothing around the focus takes.
     property bool takesWindowKeys: false
+    /// A view begins where the last one of this name was left.
+    property string placeName
 
     /// Shows the content from `top` on.
     function scrollTo(top: real, animated: bool) {
@@ -30,7 +32,9 @@ Flickable {
     Keys.enabled: enabled
     Keys.onPressed: event => event.accepted = motion.scrollForKey(event.key)
     onMovementStarted: motion.stop()
+    onEnabledChanged: ScrollPlaces.keep(placeName, contentY)
     Component.onCompleted: {
+        motion.beginAt(ScrollPlaces.top(placeName));
         if (takesWindowKeys)
             PageKeys.offer(view);
     }
@@ -38,10 +42,12 @@ Flickable {
     T.ScrollBar.vertical: SlimScroller {
         place: view.contentY
         lasting: view.scrollersStay
+        onTurned: pages => motion.turnPages(pages)
     }
     T.ScrollBar.horizontal: SlimScroller {
         place: view.contentX
         lasting: view.scrollersStay
+        onTurned: pages => motion.turnPagesAcross(pages)
     }
     ScrollMotion {
         id: motion
@@ -50,5 +56,6 @@ Flickable {
         duration: SoftTheme.hoverDuration
         revealMargin: 4
         focusedItem: view.Window.activeFocusItem
+        popups: view.T.Overlay.overlay
     }
 }

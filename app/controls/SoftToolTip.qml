@@ -4,11 +4,11 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-// Help that appears below its parent after the pointer has rested there.
+// Help that appears below its parent after the pointer or the keyboard's focus has rested there.
 T.ToolTip {
     id: tip
 
-    // Whether the pointer rests there.
+    // Whether one of them rests there.
     property bool wanted: true
 
     readonly property real longestLine: 420

@@ -17,8 +17,10 @@ void FocusProject::open(const QString &name) {
 }
 
 void FocusProject::close() {
-    m_model.setSelectedProject(std::nullopt);
-    forget();
+    if (m_name) {
+        m_model.setSelectedProject(std::nullopt);
+        forget();
+    }
 }
 
 void FocusProject::forget() { show(std::nullopt); }

@@ -23,7 +23,7 @@ public:
 
     /// Opens the project of this exact name; the model then shows its threads only.
     Q_INVOKABLE void open(const QString &name);
-    /// Closes the project; the model then shows the threads of every project.
+    /// Closes the project, if one is open; the model then shows the threads of every project.
     Q_INVOKABLE void close();
     /// Closes the project and leaves the model alone.
     void forget();

@@ -15,16 +15,12 @@ constexpr double overscan = 80;
 
 void ThreadIndexContent::setIndex(ThreadIndexState *index) {
     m_index = index;
-    m_viewTop = index->lastTop();
     follow(*index);
 }
 
 void ThreadIndexContent::setViewTop(double top) {
     if (m_viewTop != top) {
         m_viewTop = top;
-        if (m_index && isLive()) {
-            m_index->setLastTop(top);
-        }
         showRows();
         emit viewTopChanged();
     }
@@ -56,10 +52,12 @@ void ThreadIndexContent::update() {
     const ThreadListLayout layoutBefore = std::exchange(m_layout, ThreadListLayout(*m_groups));
     m_face = currentFace();
     m_errorMessage = QString::fromStdString(model()->errorMessage().value_or(std::string()));
-    const bool searchChanged = std::exchange(m_query, model()->query()) != m_query;
+    const QString nameBefore = std::exchange(m_listName, m_index->listName());
     const auto selectedBefore = std::exchange(m_selectedID, model()->selectedThreadID());
     // Before the view hears of the new height, which may move it.
-    const double top = isFirst ? m_viewTop : searchChanged ? 0 : anchoredTop(*before, layoutBefore);
+    const double top = isFirst                    ? m_viewTop
+                       : nameBefore != m_listName ? topOfSearch(nameBefore)
+                                                  : anchoredTop(*before, layoutBefore);
     emit changed();
     scrollTo(top, false);
     m_ranges = rangesNearView();
@@ -93,6 +91,13 @@ double ThreadIndexContent::anchoredTop(const Groups &before,
         }
     }
     return m_viewTop;
+}
+
+double ThreadIndexContent::topOfSearch(const QString &nameBefore) {
+    if (nameBefore == m_index->contentIdentity()) {
+        m_topBeforeSearch = m_viewTop;
+    }
+    return m_index->query().isEmpty() ? m_topBeforeSearch : 0;
 }
 
 void ThreadIndexContent::scrollTo(double top, bool animated) {

@@ -19,6 +19,7 @@ class ThreadIndexContent : public tallyview::ModelObserver {
     Q_PROPERTY(tallyview::ThreadIndexContent::Face face READ face NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(QString emptyTitle READ emptyTitle CONSTANT)
+    Q_PROPERTY(QString listName MEMBER m_listName NOTIFY changed)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY changed)
     Q_PROPERTY(int rowsRevision MEMBER m_rowsRevision NOTIFY rowsChanged)
     Q_PROPERTY(QAbstractItemModel *headers READ headers CONSTANT)
@@ -64,6 +65,8 @@ private:
     Face currentFace() const;
     /// The top that keeps the first visible row where it is after the list has changed.
     double anchoredTop(const Groups &before, const ThreadListLayout &layoutBefore) const;
+    /// Where the list of a new query begins; without one it is where it was before the search.
+    double topOfSearch(const QString &nameBefore);
     void scrollTo(double top, bool animated);
     void showSelection();
     std::vector<ThreadListLayout::Range> rangesNearView() const;
@@ -79,7 +82,8 @@ private:
     double m_viewHeight = 0;
     Face m_face = Loading;
     QString m_errorMessage;
-    std::string m_query;
+    QString m_listName;           ///< of the index when this was last worked out
+    double m_topBeforeSearch = 0; ///< where the list was without a query
     std::optional<std::string> m_selectedID;
     std::shared_ptr<const Groups> m_groups;
     ThreadListLayout m_layout;

@@ -3,7 +3,6 @@
 #include "app/presentation/FocusProject.h"
 #include "app/presentation/ModelObserver.h"
 
-#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -51,6 +50,8 @@ public:
     bool hasExtraFilters() const;
     /// Names the current combination of filters; the content is replaced when it changes.
     QString contentIdentity() const { return m_contentIdentity; }
+    /// Names the list, for one look: filters and query.
+    Q_INVOKABLE QString listName() const { return m_contentIdentity + query(); }
 
     Q_INVOKABLE void chooseStatus(int position);
     Q_INVOKABLE void chooseRecency(int position);
@@ -61,10 +62,6 @@ public:
     const ThreadList &visibleThreads() const { return m_visible; }
     std::shared_ptr<const std::vector<ThreadTimeGroup>> timeGroups() const { return m_groups; }
     Instant evaluatedAt() const { return m_evaluatedAt; }
-
-    /// How far down the list of these filters and this query was last read, in points.
-    double lastTop() const { return m_lastTops.value(m_contentIdentity + query()); }
-    void setLastTop(double top) { m_lastTops.insert(m_contentIdentity + query(), top); }
 
 private:
     void update() override;
@@ -79,7 +76,6 @@ private:
     std::shared_ptr<const std::vector<ThreadTimeGroup>> m_groups;
     Instant m_evaluatedAt;
     QString m_contentIdentity;
-    QHash<QString, double> m_lastTops;
 };
 
 } // namespace tallyview

@@ -51,6 +51,10 @@ T.MenuBar {
         }
     }
 
+    Shortcut {
+        sequence: "F10"
+        onActivated: (menuBar.itemAt(0) as T.MenuBarItem).triggered()
+    }
     AppMenu {
         title: "文件"
 

@@ -17,6 +17,7 @@ FocusScope {
     required property Workspace workspace
 
     Keys.forwardTo: [PageKeys.taker]
+    Keys.onEscapePressed: workspace.focusProject.close()
     Component.onCompleted: model.startMonitoring()
     Window.onVisibilityChanged: {
         if (Window.visibility !== Window.Hidden)

@@ -1,7 +1,8 @@
 import QtQuick
 import Orvik.Tallyview.Theme
 
-// The edge of the sidebar. Dragging it resizes the sidebar, a double-click restores its width.
+// The edge of the sidebar. Dragging it or the arrow keys resize the sidebar, a double-click or the
+// space bar restores its width.
 Item {
     id: handle
 
@@ -25,6 +26,7 @@ Item {
     Accessible.onDecreaseAction: value -= stepSize
     Keys.onLeftPressed: value -= stepSize
     Keys.onRightPressed: value += stepSize
+    Keys.onSpacePressed: value = defaultValue
     onValueChanged: {
         value = Math.min(Math.max(value, minimumValue), maximumValue);
         resized(value);

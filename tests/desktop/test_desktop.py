@@ -113,6 +113,56 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         desktop.press("button", "重置筛选")
         until(lambda: not desktop.find("button", "重置筛选"), "the filters are reset")
 
+    def test_tab_follows_the_eye(self):
+        desktop = self.desktop
+        self.running_threads(1)
+        desktop.start_application()
+        self.expect("image", "进行中")
+        xdotool("windowfocus", "--sync", str(main_window()))
+
+        def focused():
+            for item in desktop.tree():
+                if item.get_state_set().contains(Atspi.StateType.FOCUSED) and item.get_name():
+                    return item.get_name()
+            return None
+
+        def reached(last):
+            names = []
+            while not names or not re.fullmatch(last, names[-1]) and len(names) < 60:
+                before = focused()
+                xdotool("key", "Tab")
+                names.append(until(lambda: focused() not in (before, None) and focused(), "focus"))
+            return "\n".join(names)
+
+        self.assertRegex(reached("在 Orvik 中继续"), """^切换到专注模式
+全部项目，共 [0-9]+ 个任务
+今天更新
+已固定
+已归档
+(.+\n)+浅色
+深色
+跟随系统
+调整项目栏宽度
+刷新任务
+进行中，.*
+已完成，.*
+全部，.*
+搜索任务标题、项目或工作目录…
+刚刚
+今天
+本周
+更早
+(.+\n在 Orvik 中打开 .+\n)+固定任务
+复制 Thread ID
+在 Orvik 中继续$""")
+        desktop.press("button", "切换到专注模式")
+        self.expect("label", "专注空间")
+        self.assertRegex(reached("调整项目栏宽度"), """^(.+，[0-9]+ 个进行中，[0-9]+ 个任务\n)+切换到标准模式
+浅色
+深色
+跟随系统
+调整项目栏宽度$""")
+
     def test_the_terminal_lists_what_the_window_lists(self):
         desktop = self.desktop
         self.running_threads(3)

@@ -68,6 +68,9 @@ private slots:
         handle->forceActiveFocus();
         f.press(Qt::Key_Left);
         QCOMPARE(f.layout.sidebarWidth(), 340.0);
+        f.press(Qt::Key_Space);
+        QCOMPARE(f.layout.sidebarWidth(), 224.0);
+        handle->setProperty("value", 340);
         f.press(Qt::Key_Right);
         f.press(Qt::Key_Right);
         QCOMPARE(f.item("SidebarView")->width(), 360.0);
@@ -190,7 +193,8 @@ private slots:
         const QString path = "/a\u3000b/" + QString("xy").repeated(3000);
         ShellFixture f({{.id = "a", .cwd = path.toStdString()}});
         // The directory shows its beginning, with a blank and an ellipsis.
-        QQuickItem *text = f.items("PropertyRow")[7]->childItems().last();
+        QQuickItem *row = f.items("PropertyRow")[7];
+        QQuickItem *text = row->childItems()[1];
         QVERIFY(text->property("text").toString().startsWith("/a b/"));
         const int length = int(text->property("text").toString().size());
         const std::tuple<int, int, QString> cases[] = {
@@ -201,6 +205,13 @@ private slots:
             QTest::keyClick(f.window, Qt::Key_C, Qt::ControlModifier);
             QCOMPARE(f.pasteboard.text, copied);
         }
+        row->forceActiveFocus(Qt::TabFocusReason);
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(f.pasteboard.text, path);
+        f.press(Qt::Key_Home, Qt::ControlModifier);
+        f.press(Qt::Key_Right, Qt::ShiftModifier);
+        f.press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(f.pasteboard.text, "/");
     }
 
     void theWorkspaceFollowsTheStoredMode() {
@@ -261,7 +272,7 @@ private slots:
             const bool hasMark =
                 item->inherits("QQuickTextInput") || reached.last() == "SidebarResizeHandle";
             QVERIFY2(hasMark || f.items("SoftFocusRing").size() == 1, qPrintable(reached.last()));
-        } while (reached.size() < 30 &&
+        } while (reached.size() < 40 &&
                  f.window->activeFocusItem()->nextItemInFocusChain() != first);
         QCOMPARE(reached.join(u' '),
                  "SoftIconButton AllProjectsRow QuickRow QuickRow QuickRow ProjectRow ProjectRow "
@@ -269,7 +280,8 @@ private slots:
                  "SoftChoice SoftChoice QQuickTextInput RecencyCapsule RecencyCapsule "
                  "RecencyCapsule RecencyCapsule QQuickAbstractButton QQuickAbstractButton "
                  "QQuickAbstractButton QQuickAbstractButton SoftIconButton SoftIconButton "
-                 "ContinueButton");
+                 "ContinueButton" +
+                     QString(" PropertyRow").repeated(9));
     }
 
     void theKeyboardGoesOnInWhatReplacesIt() {

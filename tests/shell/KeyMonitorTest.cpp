@@ -67,6 +67,27 @@ private slots:
         QVERIFY(f.selected() != selected);
     }
 
+    void escapeClosesOnlyWhatIsOnTop() {
+        ShellFixture f(lately(3), {{"dashboardMode", "focus"}});
+        f.workspace.focusProject()->open("project");
+        f.settle();
+        const auto open = [&f] {
+            return QStringList{f.items("AppMenuItem").isEmpty() ? "" : "menu",
+                               QString::fromStdString(f.model.query()),
+                               f.window->focusObject()->inherits("QQuickTextInput") ? "field" : "",
+                               f.workspace.focusProject()->title().isEmpty() ? "" : "project"}
+                .join(u'|');
+        };
+        f.press(Qt::Key_K, Qt::ControlModifier);
+        QTest::keyClick(f.window, 't');
+        f.press(Qt::Key_F10);
+        for (const char *state : {"menu|t||project", "|t|field|project", "||field|project",
+                                  "|||project", "|||", "|||"}) {
+            QCOMPARE(open(), state);
+            f.press(Qt::Key_Escape);
+        }
+    }
+
     void theMenuHasItsKeys() {
         ShellFixture f(lately(3));
         const QString selected = f.selected();

@@ -43,6 +43,7 @@ FocusScope {
 
                 delegate: ThreadDetailView {
                     anchors.fill: parent
+                    placeName: "details of " + shown.identity
                     detail: thread.detail
                     actions: thread
                 }

@@ -4,7 +4,8 @@ import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Theme
 
-// A label and a value that can be selected and copied.
+// A label and a value that can be selected and copied, with the mouse or, while the row has the
+// focus, with the keys of a text editor.
 Item {
     id: view
 
@@ -14,6 +15,15 @@ Item {
     // Both are at least those of a line with Han, so that rows without are no closer.
     readonly property real firstBaseline: Math.max(10.4, title.baselineOffset, excerpt.ascent)
 
+    activeFocusOnTab: true
+    Keys.forwardTo: [text]
+    Accessible.role: Accessible.StaticText
+    Accessible.name: row.value
+    Accessible.description: row.label
+    onActiveFocusChanged: {
+        if (!activeFocus)
+            text.deselect();
+    }
     implicitHeight: Math.max(14, title.y + title.height, text.y + text.height)
 
     SoftText {
@@ -43,6 +53,7 @@ Item {
         anchors.right: parent.right
         readOnly: true
         selectByMouse: true
+        selectByKeyboard: true
         // The menu takes the focus; what it copies stays selected.
         persistentSelection: true
         textFormat: TextEdit.PlainText
@@ -53,8 +64,7 @@ Item {
         color: SoftTheme.primaryInk
         selectionColor: SoftTheme.accent
         selectedTextColor: SoftTheme.accentInk
-        Accessible.role: Accessible.StaticText
-        Accessible.name: view.row.value
+        Accessible.ignored: true
         onActiveFocusChanged: {
             if (!activeFocus && !view.copyMenu.visible)
                 deselect();
@@ -74,5 +84,10 @@ Item {
                 view.copyMenu.offer(excerpt.original(text.selectionStart, text.selectionEnd));
             }
         }
+    }
+    SoftFocusRing {
+        target: view
+        wanted: view.activeFocus
+        radius: 4
     }
 }

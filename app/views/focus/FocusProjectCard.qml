@@ -154,7 +154,7 @@ T.AbstractButton {
     }
     // Made only when it is wanted, as there may be many cards.
     Instantiator {
-        active: card.hovered
+        active: card.hovered || card.visualFocus
 
         delegate: SoftToolTip {
             parent: card

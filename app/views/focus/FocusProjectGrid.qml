@@ -38,6 +38,7 @@ SoftScrollView {
 
     revealMargin: headRoom
     takesWindowKeys: true
+    placeName: "cards"
     contentHeight: headRoom + grid.height + bottomPadding
 
     Grid {

@@ -64,7 +64,12 @@ FocusScope {
         onTextEdited: view.index.query = text
         Keys.onUpPressed: cursorPosition = 0
         Keys.onDownPressed: cursorPosition = length
-        Keys.onEscapePressed: field.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason)
+        Keys.onEscapePressed: {
+            if (text !== "")
+                view.index.query = "";
+            else
+                nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason);
+        }
     }
     SoftText {
         id: placeholder

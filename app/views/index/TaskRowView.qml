@@ -144,7 +144,7 @@ Item {
         // Made only when it is wanted, as there are many rows.
         Loader {
             anchors.fill: parent
-            active: openButton.hovered
+            active: openButton.hovered || openButton.visualFocus
             sourceComponent: SoftToolTip { text: "在 Orvik 中打开" }
         }
     }

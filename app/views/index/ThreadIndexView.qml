@@ -50,6 +50,7 @@ FocusScope {
                 id: faces
 
                 live: shown.live
+                viewTop: ScrollPlaces.top(threadIndex.listName())
                 index: threadIndex
             }
             // Each face exists only while it shows.

@@ -20,6 +20,7 @@ SoftScrollView {
     // When both are replaced, the content is destroyed before the list.
     contentHeight: content?.contentHeight ?? 0
     takesWindowKeys: true
+    onEnabledChanged: ScrollPlaces.keep(content.listName, contentY)
     onRowsRevisionChanged: ReadingOrder.sortByTop(contentItem)
     Component.onCompleted: {
         contentY = content.viewTop;
@@ -32,6 +33,7 @@ SoftScrollView {
         target: list.content
         property: "viewTop"
         value: list.contentY
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: list.content

@@ -73,7 +73,7 @@ Item {
                 }
                 SoftToolTip {
                     text: choice.text
-                    wanted: choice.hovered && !choice.down
+                    wanted: (choice.hovered || choice.visualFocus) && !choice.down
                 }
             }
         }

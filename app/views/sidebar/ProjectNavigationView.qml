@@ -15,6 +15,7 @@ SoftScrollView {
     required property DashboardModel model
     required property bool live
 
+    placeName: "projects"
     contentHeight: rows.height + 12
 
     ProjectNavigation {

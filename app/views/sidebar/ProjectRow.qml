@@ -69,6 +69,6 @@ SidebarButton {
     }
     SoftToolTip {
         text: view.row.name
-        wanted: view.hovered && !view.down
+        wanted: (view.hovered || view.visualFocus) && !view.down
     }
 }
