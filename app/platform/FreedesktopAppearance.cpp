@@ -138,9 +138,9 @@ bool FreedesktopAppearance::reducedMotionWanted() const {
 }
 
 WindowButtons FreedesktopAppearance::windowButtonsWanted() const {
-    const auto layout = m_settings.constFind(buttonLayout);
-    return layout == m_settings.cend() ? WindowButtons::all()
-                                       : WindowButtons::fromLayout(layout->toString());
+    const QVariant layout = m_settings.value(buttonLayout);
+    return layout.typeId() == QMetaType::QString ? WindowButtons::fromLayout(layout.toString())
+                                                 : WindowButtons::all();
 }
 
 } // namespace tallyview

@@ -9,8 +9,6 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <cstdlib>
-
 namespace tallyview {
 
 namespace {
@@ -80,7 +78,7 @@ std::optional<QRect> WindowKeeper::rememberedFrame() const {
     for (const QString &text : m_defaults.stringList(frameKey).value_or(QStringList())) {
         bool isNumber = false;
         const int number = text.toInt(&isNumber);
-        if (isNumber && std::abs(number) <= farthest) {
+        if (isNumber && number >= -farthest && number <= farthest) {
             numbers.append(number);
         }
     }

@@ -121,6 +121,13 @@ class Desktop:
                                GLib.Variant("(ss)", (group, key)))).lower() == value,
               f"the portal tells {key} {value}")
 
+    def start_x11(self):
+        """From now on programs show their windows on a server of the test's own."""
+        self.start("compositor", "Xvfb", "-displayfd", "2", "-screen", "0", "1600x1000x24")
+        number = until(lambda: re.search("^[0-9]+$", self.read("compositor.errors"), re.MULTILINE),
+                       "the server").group()
+        self.environment["DISPLAY"] = f":{number}"
+
     def start_wayland(self):
         """From now on programs show their windows on a compositor with a large screen."""
         socket = "wayland-tallyview"
@@ -150,6 +157,13 @@ class Desktop:
         [[path]] = self.sql("SELECT rollout_path FROM threads WHERE id = ?", thread)
         with open(path, "a", encoding="utf-8") as rollout:
             rollout.write('{"type":"event_msg","payload":{"type":"%s"}}\n' % event)
+
+    def lock(self):
+        """Locks the agent's database, for readers too, until what it gives back is closed."""
+        writer = sqlite3.connect(self.home / ".orvik/state_5.sqlite", timeout=10)
+        writer.execute("PRAGMA locking_mode = EXCLUSIVE")
+        writer.execute("BEGIN EXCLUSIVE")
+        return writer
 
     # The notification daemon and the application that links lead to.
 

@@ -1,6 +1,9 @@
 """The application as a person meets it: a real window, a real bus, real daemons."""
 
+import os
+import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import time
@@ -257,7 +260,10 @@ class Notices(OnTheDesktop):
         running = self.running_threads(3)
         for thread in running:
             desktop.begin_task(thread, title=f"{thread} api_key=0123456789abcdef for 13812345678")
-        desktop.start_application()
+        before = set(desktop.home.rglob("*"))
+        desktop.start("application", "strace", "-D", "-f", "--seccomp-bpf", "-o", "trace", "-e",
+                      "trace=socket,execve", PROGRAM, ASAN_OPTIONS="detect_leaks=0")
+        desktop.await_refresh()
         shown = desktop.texts()
         self.assertIn("api_key=[REDACTED] for 138****5678", shown)
         self.assertIn("sk-[REDACTED] token=[REDACTED]", shown)
@@ -276,8 +282,19 @@ class Notices(OnTheDesktop):
         until(lambda: len(desktop.notices()) == len(running), "the notices")
         shown += desktop.texts() + str(desktop.notices())
         desktop.press("button", "复制 Thread ID")
+        self.assertEqual(desktop.read("trace").count(" execve("), 1)
         desktop.press("button", "在 Orvik 中继续")
         until(lambda: desktop.read("links"), "the link")
+        trace = desktop.read("trace")
+        outputs = "trace", "application.errors", "notices", "links"
+        modes = {str(path.relative_to(desktop.home)): oct(path.stat().st_mode & 0o777)
+                 for path in set(desktop.home.rglob("*")) - before}
+        self.assertEqual({name: mode for name, mode in modes.items()
+                          if name not in outputs and not name.startswith(".orvik/state_5.sqlite-")},
+                         {".config": "0o700", ".config/orvik": "0o700",
+                          ".config/orvik/tallyview.conf": "0o600"})
+        self.assertEqual(set(re.findall(r" socket\((\w+)", trace)), {"AF_UNIX"})
+        self.assertEqual(re.findall(r' execve\("(.*?)"', trace)[1:2], [shutil.which("setsid")])
         title = " ".join(xdotool("getwindowname", str(main_window())))
         shown += title + clipboard() + desktop.read("links") + desktop.read("application.errors")
         shown += "".join(desktop.read(path) for path in desktop.home.glob(".config/orvik/*"))
@@ -368,6 +385,53 @@ class Background(OnTheDesktop):
             self.desktop.start("starting", PROGRAM)
             time.sleep(delay)
             self.assertIn(self.desktop.stop("starting"), (0, -signal.SIGTERM))
+
+    def test_quitting_waits_for_no_lock_and_loses_no_choice(self):
+        desktop = self.desktop
+        desktop.start_application()
+        writer = desktop.lock()
+        self.addCleanup(writer.close)
+        desktop.press("button", "刷新任务")
+        time.sleep(0.2)
+        self.expect("slider", "调整项目栏宽度").get_value_iface().set_current_value(300)
+        start = time.monotonic()
+        self.assertEqual(desktop.stop("application"), 0)
+        self.assertLess(time.monotonic() - start, 1)
+        self.assertEqual(desktop.setting("sidebarWidth"), "300")
+
+    def test_it_ends_with_its_display(self):
+        desktop = self.desktop
+        for kind, start in ("X11", desktop.start_x11), ("Wayland", desktop.start_wayland):
+            start()
+            desktop.start("there", PROGRAM)
+            self.expect("slider", "调整项目栏宽度").get_value_iface().set_current_value(300)
+            self.stored("sidebarWidth", "300")
+            desktop.await_refresh()
+            desktop.processes["compositor"].kill()
+            self.assertEqual(desktop.processes["there"].wait(10), 1)
+            self.assertRegex(desktop.read("there.errors"), f"^The {kind} connection broke.*\n$")
+            desktop.store("sidebarWidth", "224")
+
+    def test_it_outlives_its_bus(self):
+        desktop = self.desktop
+        address = f"unix:path={desktop.home}/bus"
+        rules = pathlib.Path(__file__).parents[1] / "platform/session.conf"
+        desktop.start("bus", "dbus-daemon", f"--config-file={rules}", "--nofork",
+                      f"--address={address}")
+        until((desktop.home / "bus").exists, "the bus")
+        desktop.start("there", PROGRAM, DBUS_SESSION_BUS_ADDRESS=address)
+        self.stored("notificationAuthorizationGranted", "false")
+        desktop.processes["bus"].kill()
+        time.sleep(1)
+
+        def seconds_worked():
+            fields = pathlib.Path(f"/proc/{desktop.processes['there'].pid}/stat").read_text().split()
+            return (int(fields[13]) + int(fields[14])) / os.sysconf("SC_CLK_TCK")
+
+        before = seconds_worked()
+        time.sleep(2)
+        self.assertLess(seconds_worked() - before, 0.5)
+        self.assertEqual(desktop.stop("there"), 0)
 
     def test_it_starts_without_a_window(self):
         desktop = self.desktop

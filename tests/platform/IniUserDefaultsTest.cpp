@@ -2,11 +2,13 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <csignal>
 #include <cstdio>
@@ -166,6 +168,29 @@ private slots:
             QTest::qWait(300);
             QCOMPARE(m_changed, "appearanceMode gone new ");
         }
+    }
+
+    void staysCalmAndLosesNothingWhileAnotherWritesOnAndOn() {
+        IniUserDefaults defaults(path());
+        follow(defaults);
+        QElapsedTimer time;
+        time.start();
+        const std::unique_ptr<QThread> another(QThread::create([this] {
+            IniUserDefaults theirs(path(), nullptr, IniUserDefaults::Changes::ignored);
+            for (int number = 0; number < 100; ++number, QThread::msleep(10)) {
+                theirs.setValue("number", number);
+                theirs.flush();
+            }
+        }));
+        another->start();
+        for (int width = 200; !another->wait(0); ++width) {
+            defaults.setValue("sidebarWidth", width);
+            QTest::qWait(100);
+        }
+        const QByteArray width = defaults.text("sidebarWidth").value_or("").toUtf8();
+        QTRY_COMPARE(fileText(), "[General]\nnumber=99\nsidebarWidth=" + width + "\n");
+        QTRY_COMPARE(defaults.number("number"), 99);
+        QVERIFY(m_changed.count("number") <= 2 + time.elapsed() / 200);
     }
 
     void readsWhatQtWroteAndKeepsTheRest() {

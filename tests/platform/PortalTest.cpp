@@ -3,6 +3,8 @@
 #include "app/platform/TextScale.h"
 
 #include <QDBusContext>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -12,6 +14,7 @@
 
 #include <cmath>
 #include <future>
+#include <optional>
 
 using namespace tallyview;
 using namespace std::chrono_literals;
@@ -97,7 +100,11 @@ public:
     }
 
     Q_SLOT QDBusVariant Read(const QString &group, const QString &key) {
-        setDelayedReply(isSilent);
+        setDelayedReply(isSilent || oddAnswer);
+        ++asked;
+        if (oddAnswer) {
+            m_bus.send(message().createReply(*oddAnswer));
+        }
         const QVariant value = m_settings.value({group, key});
         if (!value.isValid() && !isSilent) {
             sendErrorReply("org.freedesktop.portal.Error.NotFound", "Requested setting not found");
@@ -106,7 +113,9 @@ public:
         return QDBusVariant(QVariant::fromValue(QDBusVariant(value)));
     }
 
-    bool isSilent = false; ///< it hears questions and answers none
+    bool isSilent = false;                 ///< it hears questions and answers none
+    std::optional<QVariantList> oddAnswer; ///< to each question
+    int asked = 0;
 
 signals:
     void SettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
@@ -155,6 +164,28 @@ private slots:
             QTest::qWait(100);
             const QString question = setting.second + value.toString() + ' ';
             QTRY_COMPARE(question + shown(system), question + expected);
+        }
+    }
+
+    void whatIsNoSettingIsNone() {
+        const QVariant odd[] = {QVariantList{1U},
+                                QVariantMap{{"a", true}},
+                                -1,
+                                7.5,
+                                QByteArray("\x01"),
+                                QVariant::fromValue(QDBusObjectPath("/"))};
+        for (const QVariant &value : odd) {
+            FakePortal portal;
+            const QVariant wrapped = QVariant::fromValue(QDBusVariant(value));
+            for (const QVariantList &answer : {QVariantList{value}, {wrapped}, {wrapped, 1}, {}}) {
+                portal.oddAnswer = answer;
+                const FreedesktopAppearance system;
+                QTRY_COMPARE(portal.asked, 6);
+                portal.asked = 0;
+                portal.set(contrast, 1U);
+                QTRY_COMPARE(shown(system), "light, clear");
+                QCOMPARE(system.windowButtons(), WindowButtons::all());
+            }
         }
     }
 

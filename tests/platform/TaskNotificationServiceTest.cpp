@@ -7,12 +7,14 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
 
 #include <memory>
+#include <optional>
 
 using namespace tallyview;
 using namespace Qt::StringLiterals;
@@ -105,8 +107,9 @@ public:
         }
     }
 
-    QString failure;     ///< the answer to every notice
-    QString hangsIn;     ///< the call that it does not answer
+    QString failure;                       ///< the answer to every notice
+    QString hangsIn;                       ///< the call that it does not answer
+    std::optional<QVariantList> oddAnswer; ///< which that call then gets at once
     QStringList notices; ///< application, summary, body, actions, hints and expiry, bars between
     QList<uint> closed;
     QList<QDBusMessage> hanging; ///< not yet answered
@@ -138,8 +141,13 @@ signals:
 
 private:
     void hangIfAsked() {
-        if (message().member() == hangsIn) {
-            setDelayedReply(true);
+        if (message().member() != hangsIn) {
+            return;
+        }
+        setDelayedReply(true);
+        if (oddAnswer) {
+            m_bus.send(message().createReply(*oddAnswer));
+        } else {
             hanging.append(message());
         }
     }
@@ -229,6 +237,54 @@ private slots:
             QTRY_COMPARE(session.opener.opened,
                          QStringList(isShown ? "orvik://threads/slow" : "orvik://threads/next"));
         }
+    }
+
+    // Whatever it answers, a daemon that answers shows notices: as plain text, and one whose id it
+    // keeps to itself leads nowhere. One that leaves without a successor has shown nothing.
+    void livesWithAnyAnswer() {
+        const QVariantList answers[] = {
+            {},
+            {"actions"},
+            {QVariantMap{{"id", 1}}},
+            {-1, true},
+            {QVariant::fromValue(QDBusVariant(QStringList("actions")))}};
+        for (const QString call : {"GetCapabilities", "Notify"}) {
+            auto daemon = std::make_unique<FakeNotificationDaemon>(QStringList());
+            Session session;
+            daemon->hangsIn = call;
+            for (const QVariantList &answer : answers) {
+                daemon->oddAnswer = answer;
+                QCOMPARE(session.delivery("odd", "R&D"), "");
+                QCOMPARE(daemon->notices.takeLast().section(u'|', 2, 2), "tallyview\nR&D");
+            }
+            daemon->hangsIn.clear();
+            QCOMPARE(session.delivery("next"), "");
+            daemon->click(1);
+            QTRY_COMPARE(session.opener.opened, QStringList("orvik://threads/next"));
+            daemon->hangsIn = call;
+            daemon->oddAnswer.reset();
+            const QString error = session.delivery([&] {
+                session.service.notifyCompletion(ThreadRecord({.id = "t"}));
+                QTRY_VERIFY(!daemon->hanging.isEmpty());
+                daemon.reset();
+            });
+            QVERIFY2(error.contains("reply") || error.contains("provided"), qPrintable(error));
+        }
+    }
+
+    void aFloodOfSignalsHidesNoClick() {
+        FakeNotificationDaemon daemon;
+        FakeNotificationDaemon stranger;
+        Session session;
+        QCOMPARE(session.delivery("t"), "");
+        for (uint number = 0; number < 10'000; ++number) {
+            emit daemon.ActionInvoked(number + 2, "default");
+            emit stranger.ActionInvoked(1, "default");
+            emit stranger.ActivationToken(1, "#stranger");
+        }
+        daemon.click(1, "#token");
+        QTRY_COMPARE_WITH_TIMEOUT(session.opener.opened, QStringList("orvik://threads/t#token"),
+                                  30'000);
     }
 
     // A daemon leaves with a notice in its hands, which the next one shows in its own way.

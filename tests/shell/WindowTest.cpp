@@ -125,8 +125,8 @@ private slots:
     void ignoresADamagedFrame() {
         MemoryDefaults defaults;
         defaults.setValue("windowMaximized", "perhaps");
-        for (const char *stored :
-             {"", "left", "1 2 300", "1 2 300 300 5", "1 2147483647 300 300", "1 2 300.5 300"}) {
+        for (const char *stored : {"", "left", "1 2 300", "1 2 300 300 5", "1 2147483647 300 300",
+                                   "-2147483648 2 300 300", "1 2 300.5 300"}) {
             defaults.setValue("windowFrame", QString(stored).split(u' ', Qt::SkipEmptyParts));
             const Kept kept(defaults);
             QCOMPARE(kept.frame().size(), QSize(500, 400));
