@@ -27,6 +27,7 @@ class ThreadIndexState : public tallyview::ModelObserver {
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
     Q_PROPERTY(bool hasExtraFilters READ hasExtraFilters NOTIFY changed)
     Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
+    Q_PROPERTY(QString request READ request NOTIFY changed)
 
 public:
     using ModelObserver::ModelObserver;
@@ -51,6 +52,8 @@ public:
     bool hasExtraFilters() const;
     /// Names the current combination of filters; the content is replaced when it changes.
     QString contentIdentity() const { return m_contentIdentity; }
+    /// Names what is asked for: the filters and the query. Empty before the first update.
+    QString request() const { return m_contentIdentity + query(); }
 
     Q_INVOKABLE void chooseStatus(int position);
     Q_INVOKABLE void chooseRecency(int position);
@@ -63,8 +66,8 @@ public:
     Instant evaluatedAt() const { return m_evaluatedAt; }
 
     /// How far down the list of these filters and this query was last read, in points.
-    double lastTop() const { return m_lastTops.value(m_contentIdentity + query()); }
-    void setLastTop(double top) { m_lastTops.insert(m_contentIdentity + query(), top); }
+    double lastTop() const { return m_lastTops.value(request()); }
+    void setLastTop(double top) { m_lastTops.insert(request(), top); }
 
 private:
     void update() override;
