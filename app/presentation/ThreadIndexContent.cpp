@@ -52,12 +52,12 @@ void ThreadIndexContent::update() {
     const ThreadListLayout layoutBefore = std::exchange(m_layout, ThreadListLayout(*m_groups));
     m_face = currentFace();
     m_errorMessage = QString::fromStdString(model()->errorMessage().value_or(std::string()));
-    const QString nameBefore = std::exchange(m_listName, m_index->listName());
+    const QString nameBefore = std::exchange(m_request, m_index->request());
     const auto selectedBefore = std::exchange(m_selectedID, model()->selectedThreadID());
     // Before the view hears of the new height, which may move it.
-    const double top = isFirst                    ? m_viewTop
-                       : nameBefore != m_listName ? topOfSearch(nameBefore)
-                                                  : anchoredTop(*before, layoutBefore);
+    const double top = isFirst                   ? m_viewTop
+                       : nameBefore != m_request ? topOfSearch(nameBefore)
+                                                 : anchoredTop(*before, layoutBefore);
     emit changed();
     scrollTo(top, false);
     m_ranges = rangesNearView();

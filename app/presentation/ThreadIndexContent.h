@@ -19,7 +19,7 @@ class ThreadIndexContent : public tallyview::ModelObserver {
     Q_PROPERTY(tallyview::ThreadIndexContent::Face face READ face NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(QString emptyTitle READ emptyTitle CONSTANT)
-    Q_PROPERTY(QString listName MEMBER m_listName NOTIFY changed)
+    Q_PROPERTY(QString request MEMBER m_request NOTIFY changed)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY changed)
     Q_PROPERTY(int rowsRevision MEMBER m_rowsRevision NOTIFY rowsChanged)
     Q_PROPERTY(QAbstractItemModel *headers READ headers CONSTANT)
@@ -82,7 +82,7 @@ private:
     double m_viewHeight = 0;
     Face m_face = Loading;
     QString m_errorMessage;
-    QString m_listName;           ///< of the index when this was last worked out
+    QString m_request;            ///< of the index when this was last worked out
     double m_topBeforeSearch = 0; ///< where the list was without a query
     std::optional<std::string> m_selectedID;
     std::shared_ptr<const Groups> m_groups;

@@ -26,6 +26,7 @@ class ThreadIndexState : public tallyview::ModelObserver {
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
     Q_PROPERTY(bool hasExtraFilters READ hasExtraFilters NOTIFY changed)
     Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY changed)
+    Q_PROPERTY(QString request READ request NOTIFY changed)
 
 public:
     using ModelObserver::ModelObserver;
@@ -50,8 +51,10 @@ public:
     bool hasExtraFilters() const;
     /// Names the current combination of filters; the content is replaced when it changes.
     QString contentIdentity() const { return m_contentIdentity; }
-    /// Names the list, for one look: filters and query.
-    Q_INVOKABLE QString listName() const { return m_contentIdentity + query(); }
+    /// Names what is asked for: the filters and the query. Empty before the first update.
+    QString request() const { return m_contentIdentity + query(); }
+    /// The same for QML to read once, where following it would be wrong.
+    Q_INVOKABLE QString requestNow() const { return request(); }
 
     Q_INVOKABLE void chooseStatus(int position);
     Q_INVOKABLE void chooseRecency(int position);

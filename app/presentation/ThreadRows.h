@@ -15,6 +15,7 @@ struct TaskRow {
     Q_PROPERTY(QString meta MEMBER meta)
     Q_PROPERTY(QString age MEMBER age)
     Q_PROPERTY(QString stateLabel MEMBER stateLabel)
+    Q_PROPERTY(QString description READ description)
     Q_PROPERTY(QString openLabel MEMBER openLabel)
     Q_PROPERTY(bool active MEMBER active)
     Q_PROPERTY(bool selected MEMBER selected)
@@ -30,6 +31,9 @@ public:
     bool active = false;
     bool selected = false;
     double top = 0; ///< distance from the top of the list, in points
+
+    /// What a screen reader says after the title: all else that the row shows.
+    QString description() const { return QStringList{stateLabel, age, meta}.join(u'，'); }
 
     friend bool operator==(const TaskRow &, const TaskRow &) = default;
 };

@@ -9,8 +9,8 @@ import subprocess
 import time
 import unittest
 
-from private_desktop import (PROGRAM, Atspi, Desktop, clipboard, close_window, main_window, pixel,
-                             start_accessibility, until, xdotool)
+from private_desktop import (PROGRAM, Atspi, Desktop, GLib, clipboard, close_window, main_window,
+                             pixel, start_accessibility, until, xdotool)
 from tray import Tray
 
 REFRESH = "button", "刷新任务"
@@ -69,7 +69,7 @@ button: 刷新任务 |
 radio button: 进行中，[0-9]+ 个任务 |
 text: 搜索任务标题、项目或工作目录… |
 radio button: 刚刚 |
-button: Task .* | ATL / ATLAS / .*
+button: Task .* | 进行中，刚刚，ATL / ATLAS / .*
 image: 进行中 |
 button: 在 Orvik 中打开 Task .* |
 button: 固定任务 |
@@ -165,6 +165,34 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
 深色
 跟随系统
 调整项目栏宽度$""")
+
+    def test_the_count_is_announced_once_where_it_was_asked_for(self):
+        desktop = self.desktop
+        [thread] = self.running_threads(1)
+        desktop.start_application()
+        said = []
+
+        def hear(event):
+            if event.detail1 and event.source.get_role() == Atspi.Role.NOTIFICATION:
+                said.append(event.source.get_name())
+
+        listener = Atspi.EventListener.new(hear)
+        listener.register("object:state-changed:showing")
+        self.addCleanup(listener.deregister, "object:state-changed:showing")
+
+        def listen(seconds):
+            end = time.monotonic() + seconds
+            while time.monotonic() < end:
+                GLib.MainContext.default().iteration(False)
+                time.sleep(0.01)
+            return said
+
+        desktop.press("radio button", re.compile("^全部，"))
+        self.assertEqual(len(listen(3)), 1, said)
+        self.assertEqual(said, [self.expect("notification", re.compile(" 条$")).get_name()])
+        desktop.complete_task(thread)
+        desktop.refresh()
+        self.assertEqual(len(listen(2)), 1, "a refresh is no occasion")
 
     def test_the_terminal_lists_what_the_window_lists(self):
         desktop = self.desktop

@@ -148,9 +148,8 @@ private slots:
         f.show({{.id = "a", .age = 300, .cwd = "/src/data-pipe", .title = "One\nline"},
                 {.id = "b", .age = 400, .title = endless}});
         const TaskRow &row = f.rows().row(0);
-        QCOMPARE(
-            QStringList({row.title, row.meta, row.age, row.stateLabel, row.openLabel}).join(u'|'),
-            "One line|DP / DATA-PIPE / CLI|5 分钟前|进行中|在 Orvik 中打开 One line");
+        QCOMPARE(QStringList({row.title, row.description(), row.openLabel}).join(u'|'),
+                 "One line|进行中，5 分钟前，DP / DATA-PIPE / CLI|在 Orvik 中打开 One line");
         QVERIFY(row.active && row.selected && f.rows().row(1).title.size() < 5000);
     }
 };

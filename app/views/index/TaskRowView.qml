@@ -57,7 +57,7 @@ Item {
         anchors.right: openButton.left
         height: parent.height
         Accessible.name: view.row.title
-        Accessible.description: view.row.meta
+        Accessible.description: view.row.description
         Accessible.onPressAction: view.chosen()
         onClicked: view.chosen()
 

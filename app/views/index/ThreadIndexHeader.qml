@@ -150,12 +150,19 @@ Item {
                 }
             }
             SoftText {
+                id: count
+
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
+                Accessible.role: Accessible.Notification
                 text: header.index.visibleCount
                 size: 9
                 design: SoftFont.Monospaced
                 color: SoftTheme.mutedInk
+            }
+            Announcement {
+                item: count
+                occasion: header.index.request
             }
         }
     }

@@ -50,7 +50,7 @@ FocusScope {
                 id: faces
 
                 live: shown.live
-                viewTop: ScrollPlaces.top(threadIndex.listName())
+                viewTop: ScrollPlaces.top(threadIndex.requestNow())
                 index: threadIndex
             }
             // Each face exists only while it shows.

@@ -20,7 +20,7 @@ SoftScrollView {
     // When both are replaced, the content is destroyed before the list.
     contentHeight: content?.contentHeight ?? 0
     takesWindowKeys: true
-    onEnabledChanged: ScrollPlaces.keep(content.listName, contentY)
+    onEnabledChanged: ScrollPlaces.keep(content.request, contentY)
     onRowsRevisionChanged: ReadingOrder.sortByTop(contentItem)
     Component.onCompleted: {
         contentY = content.viewTop;
