@@ -183,11 +183,11 @@ public:
         }
     }
 
-    /// The known record if it has exactly these fields, else a new one that takes them.
-    ThreadRecord record(ThreadRecord::Fields &fields) const {
+    /// The known record if it has exactly these fields, else a new one.
+    ThreadRecord record(const ThreadRecord::Fields &fields) const {
         const auto found = m_records.find(fields.id);
         const bool isKnown = found != m_records.end() && **found->second == fields;
-        return isKnown ? *found->second : ThreadRecord(std::move(fields));
+        return isKnown ? *found->second : ThreadRecord(fields);
     }
 
 private:
@@ -285,7 +285,7 @@ private:
     const std::stop_token &m_stop;
     ThreadRunStateResolver m_resolver;
     RolloutMemory m_rolloutMemory;
-    // Filled anew for each row, in the memory of the last one that was known.
+    // Filled anew for each row, in the memory of those before.
     ThreadRecord::Fields m_fields;
     std::string m_rolloutPath;
 };
