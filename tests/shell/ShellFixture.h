@@ -86,6 +86,16 @@ public:
         settle();
     }
 
+    void toggleMode() {
+        workspace.toggleMode();
+        settle();
+    }
+
+    void select(const std::string &thread) {
+        model.setSelectedThreadID(thread);
+        settle();
+    }
+
     /// Which of the rows' marks pulse, one "1" or "0" for each.
     QString pulses() const {
         QString result;

@@ -184,8 +184,7 @@ void Studio::header() {
 
 void Studio::list() {
     shoot("Section heading", "", QRectF(rect(item("TimeGroupHeader")).topLeft(), QSizeF(200, 38)));
-    model.setSelectedThreadID("b");
-    settle();
+    select("b");
     const QList<QQuickItem *> rows = items("TaskRowView");
     take("Task row", "running, ", rows[0], within(rows[0], "QQuickAbstractButton"));
     take("Task row", "completed, selected, ", rows[1], within(rows[1], "QQuickAbstractButton"));
@@ -212,8 +211,7 @@ void Studio::detailsAndCards() {
     settle();
     take("Pin", "pinned, ", button("取消固定"));
     shoot("Badge, pill", "completed", item("StatusPill"));
-    model.setSelectedThreadID("019a3f20");
-    settle();
+    select("019a3f20");
     shoot("Badge, pill", "running", item("StatusPill"));
     shoot("Badge, pill", "reference", item("DetailToolbar"));
     take("Continue", "", item("ContinueButton"));
@@ -222,8 +220,7 @@ void Studio::detailsAndCards() {
     QMetaObject::invokeMethod(value, "selectAll");
     shoot("Property", "selected", items("PropertyRow").at(0));
     QMetaObject::invokeMethod(value, "deselect");
-    workspace.toggleMode();
-    settle();
+    toggleMode();
     take("Project card", "", items("FocusProjectCard").at(0));
     shoot("Project card", "long text", items("FocusProjectCard").at(2));
     workspace.toggleMode();

@@ -84,23 +84,8 @@ private slots:
         f.settle();
         compareLooks(f, "threads");
         f.model.setPinnedOnly(false);
-        f.workspace.toggleMode();
-        f.settle();
+        f.toggleMode();
         compareLooks(f, "projects");
-    }
-
-    void theDetailsStandBelowEachOther() {
-        const ShellFixture f(twoProjects());
-        QList<QQuickItem *> pieces{f.item("DetailToolbar"), f.item("StatusPill")};
-        pieces += f.items("SoftParagraph").first(2);
-        pieces += f.item("ContinueButton");
-        pieces += f.items("PropertyRow") + f.items("InfoBox");
-        QStringList gaps;
-        for (qsizetype i = 1; i < pieces.size(); ++i) {
-            gaps.append(QString::number(f.rect(pieces[i]).top() - f.rect(pieces[i - 1]).bottom() +
-                                        pieces[i]->property("topPadding").toDouble()));
-        }
-        QCOMPARE(gaps.join(u' '), "26 18 14 24 49 16 16 16 16 16 16 16 16 26");
     }
 
     void everySurfaceFollowsTheAppearance() {
@@ -120,12 +105,10 @@ private slots:
                 colorOf("ThreadIndexView", 5, 890),   colorOf("SidebarView", 5, 600),
                 colorOf("AppearancePicker", 112, 16), colorOf("ProjectRow", 10, 20),
                 colorOf("DetailPanelView", 10, 10),   colorOf("AllProjectsRow", 100, 4)};
-            f.workspace.toggleMode();
-            f.settle();
+            f.toggleMode();
             colors.append(colorOf("FocusProjectCard", 140, 40));
             QCOMPARE(colors.join(u' '), wanted);
-            f.workspace.toggleMode();
-            f.settle();
+            f.toggleMode();
         }
     }
 
@@ -169,8 +152,7 @@ private slots:
         ShellFixture f({{.id = id,
                          .cwd = "/" + name.toStdString(),
                          .title = QString("修复 very ").repeated(600).toStdString()}});
-        f.model.setSelectedThreadID(id);
-        f.settle();
+        f.select(id);
         const QQuickItem *shownTitle = f.items("SoftParagraph")[0];
         QCOMPARE(shownTitle->property("lineCount"), 7);
         QVERIFY(shownTitle->property("truncated").toBool());
@@ -190,8 +172,7 @@ private slots:
             lines += value->property("lineCount").toString();
         }
         QCOMPARE(lines, "211111133");
-        f.workspace.toggleMode();
-        f.settle();
+        f.toggleMode();
         QCOMPARE(f.text(name)->property("lineCount"), 2);
         QVERIFY(f.text(name)->property("truncated").toBool());
     }
