@@ -320,6 +320,26 @@ private slots:
         }
     }
 
+    void whateverTheirScriptTextsStandAlike() {
+        const QStringList names = {"Fix", "修复", 'Z' + QString(32, QChar(0x301))};
+        std::vector<Sample> samples;
+        for (const QString &text : names) {
+            const std::string name = text.toStdString();
+            samples.push_back({.id = name, .cwd = "/src/" + name, .title = name});
+        }
+        ShellFixture f(samples);
+        QSet<int> lines;
+        for (const QQuickItem *text : f.items("SoftText")) {
+            QVERIFY(!text->property("truncated").toBool());
+            if (names.contains(text->property("text").toString()) &&
+                f.typeOf(text->parentItem()) != "SoftSurface") {
+                lines << qRound(text->y() + text->baselineOffset());
+            }
+        }
+        // Of projects and of tasks.
+        QCOMPARE(lines, (QSet<int>{24, 26}));
+    }
+
     void theNamesOfARowOfCardsShareALine() {
         ShellFixture f(
             {{.id = "a", .cwd = "/src/atlas"},

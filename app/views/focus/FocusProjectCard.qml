@@ -65,7 +65,11 @@ T.AbstractButton {
         fill: SoftTheme.withOpacity(SoftTheme.accent, 0.11)
 
         SoftText {
-            anchors.centerIn: parent
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 4
             text: card.row.code
             size: 10
             weight: Font.Bold

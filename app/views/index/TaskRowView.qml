@@ -69,17 +69,19 @@ Item {
             active: view.row.active
             label: view.row.stateLabel
         }
-        Column {
+        Item {
+            id: texts
+
             anchors.left: mark.right
             anchors.leftMargin: 13
             anchors.right: age.left
             // The spacing of the row on either side of a spacer of at least 10 points.
             anchors.rightMargin: 13 + 10 + 13
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 5
 
+            // By their baselines, which the fonts of Han set lower: neighbours stand alike.
             SoftText {
-                width: parent.width
+                y: Math.round(26 - baselineOffset)
+                width: texts.width
                 text: view.row.title
                 size: 12
                 weight: Font.DemiBold
@@ -87,7 +89,8 @@ Item {
                 maximumLineCount: 1
             }
             SoftText {
-                width: parent.width
+                y: Math.round(41.5 - baselineOffset)
+                width: texts.width
                 text: view.row.meta
                 size: 8
                 weight: Font.Medium

@@ -31,8 +31,11 @@ SidebarButton {
         Behavior on fill { ReplaceColorAnimation {} }
 
         SoftText {
-            anchors.centerIn: parent
-            width: Math.min(implicitWidth, parent.width)
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 4
             text: view.row.code
             size: 9
             weight: Font.Bold
@@ -49,7 +52,8 @@ SidebarButton {
         anchors.right: count.left
         // The spacing of the row on either side of a spacer of at least 4 points.
         anchors.rightMargin: 10 + 4 + 10
-        anchors.verticalCenter: parent.verticalCenter
+        // On one line whether there is Han in it or not.
+        y: Math.round(24 - baselineOffset)
         text: view.row.name
         size: 11.5
         weight: view.row.selected ? Font.DemiBold : Font.Normal
