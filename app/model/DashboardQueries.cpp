@@ -74,8 +74,9 @@ private:
     using Place = unsigned char;
 
     static Place placeOf(std::string_view name) {
-        const std::size_t ends = name.empty() ? 0 : 31 * name.front() + 7 * name.back();
-        return static_cast<Place>(name.size() + ends);
+        const auto first = static_cast<Place>(name.empty() ? 0 : name.front());
+        const auto last = static_cast<Place>(name.empty() ? 0 : name.back());
+        return static_cast<Place>(name.size() + 31U * first + 7U * last);
     }
 
     /// The last names, as threads share few. Equal ones are mostly spelled alike, and that is
