@@ -194,7 +194,7 @@ class Background(OnTheDesktop):
             self.stored("sidebarWidth", "300")
             desktop.await_refresh()
             desktop.processes["compositor"].kill()
-            self.assertGreater(desktop.processes["there"].wait(10), 0)  # which one is the toolkit's choice
+            self.assertGreater(desktop.processes["there"].wait(10), 0)  # the toolkit chooses which
             self.assertIn(f"The {kind} connection broke", desktop.read("there.errors"))
             desktop.store("sidebarWidth", "224")
 
