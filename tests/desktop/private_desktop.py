@@ -22,12 +22,14 @@ PROGRAM = BINARIES + "/orvik-tallyview"
 
 
 def until(condition, what, seconds=20):
-    """Waits until `condition` gives something true, and gives it back."""
+    """Waits until `condition` gives something true, and gives it back. An item of the accessibility
+    tree that goes away while it is asked counts as not yet."""
     end = time.monotonic() + seconds
     while time.monotonic() < end:
-        result = condition()
-        if result:
-            return result
+        with contextlib.suppress(GLib.Error):
+            result = condition()
+            if result:
+                return result
         time.sleep(0.1)
     raise AssertionError(f"{what}: not within {seconds} s")
 
@@ -218,10 +220,14 @@ class Desktop:
         return None
 
     def press(self, kind, name):
-        item = until(lambda: self.find(kind, name), f"{kind} {name}")
-        actions = item.get_action_iface()
-        names = [actions.get_action_name(i) for i in range(actions.get_n_actions())]
-        assert actions.do_action(names.index("Press")), f"{kind} {name} cannot be pressed"
+        def is_pressed():
+            item = self.find(kind, name)
+            actions = item and item.get_action_iface()
+            return actions and any(
+                actions.get_action_name(i) == "Press" and actions.do_action(i)
+                for i in range(actions.get_n_actions()))
+
+        until(is_pressed, f"{kind} {name} can be pressed")
 
     def await_refresh(self):
         until(lambda: self.find("button", "刷新任务", Atspi.StateType.ENABLED), "the refresh's end")
