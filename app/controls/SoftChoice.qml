@@ -1,19 +1,15 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A button of a group in which one is `chosen`. Pressing it only asks: its owner decides what is
-/// chosen.
+/// A button of a group in which one is `chosen`. Its owner, whom a press asks, must choose it: until
+/// the owner answers, assistive technology is told that it has. The others of the group are its
+/// siblings.
 T.RadioButton {
-    id: choice
-
     required property bool chosen
 
     hoverEnabled: true
-    autoExclusive: false
     checked: chosen
     Accessible.name: text
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-    // The press has set `checked`, which ends its binding.
-    onToggled: checked = Qt.binding(() => choice.chosen)
 }

@@ -33,6 +33,8 @@ T.MenuBar {
 
         implicitWidth: implicitContentWidth + 20
         implicitHeight: 29
+        // A menu bar whose menu is closed from under the pointer believes that it is still open.
+        hoverEnabled: !(menu?.visible ?? false)
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
         Accessible.onPressAction: triggered()

@@ -126,33 +126,50 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
 跟随系统
 调整项目栏宽度$""")
 
-    def test_the_count_is_announced_once_where_it_was_asked_for(self):
-        desktop = self.desktop
-        [thread] = self.running_threads(1)
-        desktop.start_application()
-        said = []
+    def heard(self, state, seconds, *actions):
+        """Takes the actions in turn; the changes of a state that follow, each as (role, name, value)."""
+        told = []
 
         def hear(event):
-            if event.detail1 and event.source.get_role() == Atspi.Role.NOTIFICATION:
-                said.append(event.source.get_name())
+            told.append((event.source.get_role_name(), event.source.get_name(), event.detail1))
 
         listener = Atspi.EventListener.new(hear)
-        listener.register("object:state-changed:showing")
-        self.addCleanup(listener.deregister, "object:state-changed:showing")
-
-        def listen(seconds):
+        listener.register("object:state-changed:" + state)
+        for action in actions:
+            action()
             end = time.monotonic() + seconds
             while time.monotonic() < end:
                 GLib.MainContext.default().iteration(False)
                 time.sleep(0.01)
-            return said
+        listener.deregister("object:state-changed:" + state)
+        return told
 
-        desktop.press("radio button", re.compile("^全部，"))
-        self.assertEqual(len(listen(3)), 1, said)
+    def test_the_count_is_announced_once_where_it_was_asked_for(self):
+        desktop = self.desktop
+        [thread] = self.running_threads(1)
+        desktop.start_application()
+
+        def announced(action):
+            return [name for role, name, shown in self.heard("showing", 3, action)
+                    if role == "notification" and shown]
+
+        said = announced(lambda: desktop.press("radio button", re.compile("^全部，")))
         self.assertEqual(said, [self.expect("notification", re.compile(" 条$")).get_name()])
         desktop.complete_task(thread)
-        desktop.refresh()
-        self.assertEqual(len(listen(2)), 1, "a refresh is no occasion")
+        self.assertEqual(announced(desktop.refresh), [], "a refresh is no occasion")
+
+    def test_a_choice_is_told_once(self):
+        self.desktop.start_application()
+        xdotool("windowfocus", "--sync", str(main_window()))
+
+        def choose(kind, name):
+            self.expect(kind, name).get_component_iface().grab_focus()
+            xdotool("key", "space")
+
+        earlier, pinned = ("radio button", "更早"), ("check box", "已固定")
+        told = self.heard("checked", 1, *[lambda control=control: choose(*control)
+                                          for control in (earlier, earlier, pinned)])
+        self.assertEqual(told, [(*earlier, 1), ("radio button", "今天", 0), (*pinned, 1)])
 
     def test_the_terminal_lists_what_the_window_lists(self):
         desktop = self.desktop

@@ -104,6 +104,12 @@ private slots:
         QSignalSpy refreshed(&f.model, &DashboardModel::refreshFinished);
         f.press(Qt::Key_R, Qt::ControlModifier);
         QTRY_COMPARE(refreshed.count(), 1);
+
+        f.click(f.items("QQuickMenuBarItem")[1]);
+        f.press(Qt::Key_Escape);
+        QTest::mouseMove(f.window, f.rect(f.items("QQuickMenuBarItem")[0]).center().toPoint());
+        f.settle();
+        QVERIFY2(f.items("AppMenuItem").isEmpty(), "a closed menu bar opens nothing on hover");
     }
 };
 

@@ -5,7 +5,7 @@ import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 // A row of the sidebar that can be pressed; its content lies on a rounded background.
-T.AbstractButton {
+T.CheckBox {
     id: row
 
     property real radius: 8
@@ -16,13 +16,13 @@ T.AbstractButton {
     // How dense the veil of a hovered or pressed row is. A chosen row has a ground of its own to keep.
     property real veil: chosen ? 0.6 : 1
 
+    checkable: false
     hoverEnabled: true
     containmentMask: background
     checked: chosen
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-    // The press has set `checked`, which ends its binding.
-    onToggled: checked = Qt.binding(() => row.chosen)
+    nextCheckState: () => checkState
 
     background: SoftSurface {
         radius: row.radius
