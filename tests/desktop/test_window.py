@@ -1,5 +1,6 @@
 """The window as a person meets it: by eye, by keys and through assistive technology."""
 
+import contextlib
 import re
 import subprocess
 import time
@@ -126,19 +127,25 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
 跟随系统
 调整项目栏宽度$""")
 
-    def heard(self, state, seconds, *actions):
-        """Takes the actions in turn; the changes of a state that follow, each as (role, name, value)."""
+    def heard(self, state, role, *actions):
+        """Takes the actions in turn and listens after each until it is quiet; the changes of a state
+        that controls of a role tell of, each as (name, value)."""
         told = []
+        last = 0
 
         def hear(event):
-            told.append((event.source.get_role_name(), event.source.get_name(), event.detail1))
+            nonlocal last
+            last = time.monotonic()
+            with contextlib.suppress(GLib.Error):  # it has gone away already
+                if event.source.get_role() == role:
+                    told.append((event.source.get_name(), event.detail1))
 
         listener = Atspi.EventListener.new(hear)
         listener.register("object:state-changed:" + state)
         for action in actions:
             action()
-            end = time.monotonic() + seconds
-            while time.monotonic() < end:
+            last = time.monotonic()
+            while time.monotonic() < last + 1.5:
                 GLib.MainContext.default().iteration(False)
                 time.sleep(0.01)
         listener.deregister("object:state-changed:" + state)
@@ -150,8 +157,8 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         desktop.start_application()
 
         def announced(action):
-            return [name for role, name, shown in self.heard("showing", 3, action)
-                    if role == "notification" and shown]
+            heard = self.heard("showing", Atspi.Role.NOTIFICATION, action)
+            return [name for name, shown in heard if shown]
 
         said = announced(lambda: desktop.press("radio button", re.compile("^全部，")))
         self.assertEqual(said, [self.expect("notification", re.compile(" 条$")).get_name()])
@@ -166,10 +173,14 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
             self.expect(kind, name).get_component_iface().grab_focus()
             xdotool("key", "space")
 
-        earlier, pinned = ("radio button", "更早"), ("check box", "已固定")
-        told = self.heard("checked", 1, *[lambda control=control: choose(*control)
-                                          for control in (earlier, earlier, pinned)])
-        self.assertEqual(told, [(*earlier, 1), ("radio button", "今天", 0), (*pinned, 1)])
+        def told(role, kind, name):
+            twice = [lambda: choose(kind, name)] * 2
+            return self.heard("checked", role, *twice)
+
+        self.assertEqual(told(Atspi.Role.RADIO_BUTTON, "radio button", "更早"),
+                         [("更早", 1), ("今天", 0)])
+        self.assertEqual(told(Atspi.Role.CHECK_BOX, "check box", "已固定"),
+                         [("已固定", 1), ("已固定", 0)])
 
     def test_the_terminal_lists_what_the_window_lists(self):
         desktop = self.desktop

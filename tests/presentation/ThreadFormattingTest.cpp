@@ -117,7 +117,9 @@ private slots:
             const UtcOffset clock = userUtcOffset();
             for (const auto &[time, text] : times) {
                 const QString shown = ThreadFormatting::full(at(time), clock);
-                QVERIFY2(qstrcmp(zone, "UTC") != 0 || shown == text, qPrintable(shown));
+                // Newer toolkits sign a year of five digits.
+                QVERIFY2(qstrcmp(zone, "UTC") != 0 || shown == text || shown == u'+' + text,
+                         qPrintable(shown));
                 const auto cutoffs = CalendarCutoffs::at(at(time), clock);
                 QVERIFY(cutoffs.week < cutoffs.startOfToday);
                 QVERIFY(cutoffs.startOfToday < cutoffs.startOfTomorrow);
