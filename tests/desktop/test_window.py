@@ -145,7 +145,7 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
         for action in actions:
             action()
             last = time.monotonic()
-            while time.monotonic() < last + 1.5:
+            while time.monotonic() < last + 3:
                 GLib.MainContext.default().iteration(False)
                 time.sleep(0.01)
         listener.deregister("object:state-changed:" + state)

@@ -116,10 +116,9 @@ private slots:
             qputenv("TZ", zone);
             const UtcOffset clock = userUtcOffset();
             for (const auto &[time, text] : times) {
-                const QString shown = ThreadFormatting::full(at(time), clock);
                 // Newer toolkits sign a year of five digits.
-                QVERIFY2(qstrcmp(zone, "UTC") != 0 || shown == text || shown == u'+' + text,
-                         qPrintable(shown));
+                const QString shown = ThreadFormatting::full(at(time), clock).remove(u'+');
+                QVERIFY2(qstrcmp(zone, "UTC") != 0 || shown == text, qPrintable(shown));
                 const auto cutoffs = CalendarCutoffs::at(at(time), clock);
                 QVERIFY(cutoffs.week < cutoffs.startOfToday);
                 QVERIFY(cutoffs.startOfToday < cutoffs.startOfTomorrow);
