@@ -14,6 +14,8 @@ namespace {
 
 constexpr int millisecondsBetweenMoments = 33;
 constexpr qreal depth = 0.45;
+// Of a mark in a soft colour less is not seen, and need not be drawn.
+constexpr qreal smallestStep = 0.025;
 
 std::shared_ptr<QTimer> sharedMoments() {
     static std::weak_ptr<QTimer> shared;
@@ -60,8 +62,7 @@ void SoftPulse::beat() {
     const qreal swings = static_cast<qreal>(m_elapsed.elapsed()) / SoftTheme::pulseDuration();
     const qreal part = std::fmod(swings, 2);
     const qreal eased = curve.valueForProgress(part < 1 ? part : 2 - part);
-    // What differs by less is not seen, and need not be drawn.
-    setLevel(std::round((1 - depth * eased) * 100) / 100);
+    setLevel(1 - std::round(depth * eased / smallestStep) * smallestStep);
 }
 
 void SoftPulse::setLevel(qreal level) {
