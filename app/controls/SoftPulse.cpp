@@ -15,7 +15,7 @@ namespace {
 constexpr int millisecondsBetweenMoments = 33;
 constexpr qreal depth = 0.45;
 // Of a mark in a soft colour less is not seen, and need not be drawn.
-constexpr qreal smallestStep = 0.025;
+constexpr qreal smallestStep = 0.03;
 
 std::shared_ptr<QTimer> sharedMoments() {
     static std::weak_ptr<QTimer> shared;
