@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
-#include <QTimer>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 #include <memory>
@@ -10,8 +8,8 @@
 namespace tallyview {
 
 /// The opacity of something that pulses while it is `running`: from 1 to 0.55 and back,
-/// ease-in-out. All pulses move at the same 30 moments a second, so that several cost a window no
-/// more frames than one does. Main thread.
+/// ease-in-out. All pulses move at the same 30 moments a second, those that began together by the
+/// same steps, so that several cost a window no more frames than one does. Main thread.
 class SoftPulse : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -32,11 +30,13 @@ signals:
     void levelChanged();
 
 private:
+    class Moments;
+
     void beat();
     void setLevel(qreal level);
 
-    std::shared_ptr<QTimer> m_moments; ///< shared by all that run
-    QElapsedTimer m_elapsed;
+    std::shared_ptr<Moments> m_moments; ///< shared by all that run
+    qint64 m_begin = 0;
     qreal m_level = 1;
 };
 
