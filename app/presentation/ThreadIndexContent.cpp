@@ -50,7 +50,7 @@ void ThreadIndexContent::update() {
     const bool isFirst = !m_groups;
     const auto before = std::exchange(m_groups, m_index->timeGroups());
     const ThreadListLayout layoutBefore = std::exchange(m_layout, ThreadListLayout(*m_groups));
-    m_face = currentFace();
+    const Face faceBefore = std::exchange(m_face, currentFace());
     m_errorMessage = QString::fromStdString(model()->errorMessage().value_or(std::string()));
     const QString nameBefore = std::exchange(m_request, m_index->request());
     const auto selectedBefore = std::exchange(m_selectedID, model()->selectedThreadID());
@@ -62,7 +62,8 @@ void ThreadIndexContent::update() {
     scrollTo(top, false);
     m_ranges = rangesNearView();
     rebuildRows();
-    if (!isFirst && m_selectedID && m_selectedID != selectedBefore) {
+    // A list that has just come begins where it was left.
+    if (faceBefore == List && m_selectedID && m_selectedID != selectedBefore) {
         showSelection();
     }
 }
