@@ -1,9 +1,9 @@
 #include "core/OrvikThreadStore.h"
 
 #include "core/ReadOnlyConnection.h"
+#include "core/StoredThreads.h"
 #include "core/TextSanitizer.h"
 #include "core/ThreadRunStateResolver.h"
-#include "core/ThreadTable.h"
 #include "core/UnicodeText.h"
 
 #include <sqlite3.h>
@@ -202,7 +202,7 @@ OrvikThreadStore::listThreads(std::span<const ThreadRecord> known,
         return std::unexpected(OrvikThreadStoreError(Kind::openFailed, database.error()));
     }
     try {
-        auto rows = readThreadTable(**database);
+        auto rows = readStoredThreads(**database);
         // The agent may be waiting for its database: let go of it before reading the rollout files.
         database->reset();
         if (!rows) {

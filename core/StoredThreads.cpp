@@ -1,4 +1,4 @@
-#include "core/ThreadTable.h"
+#include "core/StoredThreads.h"
 
 #include "core/TextSanitizer.h"
 #include "core/UnicodeText.h"
@@ -113,7 +113,7 @@ StoredThread storedThread(const Row &row) {
 
 } // namespace
 
-std::expected<ThreadBatches, std::string> readThreadTable(const ReadOnlyConnection &database) {
+std::expected<ThreadBatches, std::string> readStoredThreads(const ReadOnlyConnection &database) {
     const auto failure = [&] {
         return std::unexpected(decodedUtf8(sqlite3_errmsg(database.handle())));
     };

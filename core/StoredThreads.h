@@ -49,6 +49,6 @@ using ThreadBatches = std::vector<std::unique_ptr<ThreadBatch>>;
 
 /// All rows, newest first, or the library's message. docs/formats.md says which columns it relies
 /// on.
-std::expected<ThreadBatches, std::string> readThreadTable(const ReadOnlyConnection &database);
+std::expected<ThreadBatches, std::string> readStoredThreads(const ReadOnlyConnection &database);
 
 } // namespace tallyview
