@@ -50,7 +50,6 @@ enum Column : int {
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
 };
-// Declare a statement after its connection, so that it is finalized first.
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 /// The current row of a statement, whose texts are copied into a memory that outlives it.
