@@ -8,6 +8,7 @@ REFRESH = "button", "刷新任务"
 
 
 class OnTheDesktop(unittest.TestCase):
+    maxDiff = None
     @classmethod
     def setUpClass(cls):
         start_accessibility()

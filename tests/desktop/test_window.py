@@ -181,6 +181,9 @@ button: 在 Orvik 中继续 |""".strip().splitlines():
                          [("更早", 1), ("今天", 0)])
         self.assertEqual(told(Atspi.Role.CHECK_BOX, "check box", "已固定"),
                          [("已固定", 1), ("已固定", 0)])
+        everything = "全部项目，共 36 个任务"  # chosen already, and stays so
+        self.assertEqual(told(Atspi.Role.CHECK_BOX, "check box", everything),
+                         [(everything, 0), (everything, 1)] * 2)
 
     def test_the_terminal_lists_what_the_window_lists(self):
         desktop = self.desktop

@@ -138,6 +138,10 @@ private slots:
             chosen.append(QString(f.model.selectedProject().value_or("all").c_str()).right(8));
         }
         QCOMPARE(chosen.join(u' '), "aaaaaaa1 all all project5");
+        QVERIFY(projects[10]->property("checked").toBool());
+        f.model.setSelectedProject("project6");
+        f.settle();
+        QVERIFY2(!projects[10]->property("checked").toBool(), "not by a press");
 
         f.model.setRecencyFilter(TaskRecencyFilter::week);
         const auto shortcuts = f.items("QuickRow"); // today, pinned, archived

@@ -23,6 +23,8 @@ SidebarButton {
     veil: 1
     fill: selected ? SoftTheme.accent : SoftTheme.withOpacity(SoftTheme.accent, 0)
     Accessible.name: row.label
+    // Pressing it again takes nothing back.
+    onToggled: if (!checked) checked = Qt.binding(() => row.chosen)
 
     Behavior on ink { ReplaceColorAnimation {} }
 

@@ -5,24 +5,22 @@ import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
 // A row of the sidebar that can be pressed; its content lies on a rounded background.
-T.CheckBox {
+T.AbstractButton {
     id: row
 
     property real radius: 8
     property color fill: SoftTheme.clear
     property bool continuous: false
-    // For a row that is `checkable`; a press only asks for it.
+    // For a row that is `checkable`. Its owner, whom a press asks, must change it.
     property bool chosen: false
     // How dense the veil of a hovered or pressed row is. A chosen row has a ground of its own to keep.
     property real veil: chosen ? 0.6 : 1
 
-    checkable: false
     hoverEnabled: true
     containmentMask: background
     checked: chosen
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-    nextCheckState: () => checkState
 
     background: SoftSurface {
         radius: row.radius
