@@ -106,6 +106,7 @@ private slots:
         QTRY_COMPARE(refreshed.count(), 1);
 
         f.click(f.items("QQuickMenuBarItem")[1]);
+        QTRY_VERIFY(!f.items("QQuickMenuBarItem")[1]->property("hovered").toBool());
         f.press(Qt::Key_Escape);
         QTest::mouseMove(f.window, f.rect(f.items("QQuickMenuBarItem")[0]).center().toPoint());
         f.settle();
