@@ -10,10 +10,11 @@ T.MenuBar {
 
     required property AppCommands commands
 
+    readonly property bool hasOpenMenu: Array.from(menus).some(menu => menu.visible)
+
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     implicitHeight: 30
     leftPadding: 8
-    hoverEnabled: true
     background: Rectangle {
         color: SoftTheme.raisedSurface
 
@@ -33,8 +34,8 @@ T.MenuBar {
 
         implicitWidth: implicitContentWidth + 20
         implicitHeight: 29
-        // A menu bar whose menu is closed from under the pointer believes that it is still open.
-        hoverEnabled: !(menu?.visible ?? false)
+        // A menu bar takes a menu that is closed while its title is hovered for open.
+        hoverEnabled: false
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
         Accessible.onPressAction: triggered()
@@ -43,13 +44,19 @@ T.MenuBar {
             anchors.topMargin: 3
             anchors.bottomMargin: 3
             radius: 6
-            color: title.highlighted || title.hovered ? SoftTheme.insetSurface : SoftTheme.clear
+            color: title.highlighted || pointer.hovered ? SoftTheme.insetSurface : SoftTheme.clear
         }
         contentItem: SoftText {
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             text: title.text
             size: 12
+        }
+
+        HoverHandler {
+            id: pointer
+
+            onHoveredChanged: if (hovered && menuBar.hasOpenMenu && !title.highlighted) title.triggered()
         }
     }
 
