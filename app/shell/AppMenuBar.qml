@@ -56,7 +56,7 @@ T.MenuBar {
         HoverHandler {
             id: pointer
 
-            onHoveredChanged: if (hovered && menuBar.hasOpenMenu && !title.highlighted) title.triggered()
+            onHoveredChanged: if (pointer.hovered && menuBar.hasOpenMenu && !title.highlighted) title.triggered()
         }
     }
 
