@@ -56,7 +56,11 @@ T.MenuBar {
         HoverHandler {
             id: pointer
 
-            onHoveredChanged: if (pointer.hovered && menuBar.hasOpenMenu && !title.highlighted) title.triggered()
+            onHoveredChanged: {
+                if (pointer.hovered && !title.highlighted && (title.menuBar as AppMenuBar).hasOpenMenu) {
+                    title.triggered();
+                }
+            }
         }
     }
 
