@@ -8,7 +8,8 @@ REFRESH = "button", "刷新任务"
 
 
 class OnTheDesktop(unittest.TestCase):
-    maxDiff = None
+    maxDiff = None  # complaints are shown whole
+
     @classmethod
     def setUpClass(cls):
         start_accessibility()
