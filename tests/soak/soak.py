@@ -256,9 +256,9 @@ class Scene:
         self.refresh()
 
 
-def working(scene, seconds):
+def working(scene, seconds, *explained):
     with scene.agents_at_work():
-        scene.refresh_for(seconds, LOCKED)
+        scene.refresh_for(seconds, LOCKED, *explained)
 
 
 def killed(scene, seconds):
@@ -316,12 +316,13 @@ def barred(scene, seconds):
 
 def unwritable(scene, seconds):
     """While anybody has the database open, the files of its log are there; else nobody can make
-    them."""
+    them. A reader that meets the log's index while it is written may take it for broken, which it
+    cannot mend."""
     if scene.reader.refresh() != UNREADABLE:
         raise AssertionError("a log was made")
     with contextlib.closing(sqlite3.connect(scene.database)) as keeper:
         keeper.execute("SELECT count(*) FROM threads").fetchone()
-        working(scene, seconds)
+        working(scene, seconds, UNRECOVERED)
 
 
 # Without the rights that root has beyond all others'.
