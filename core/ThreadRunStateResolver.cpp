@@ -107,9 +107,10 @@ private:
 ///   valid. Anything else never decodes, which means `completed`.
 class BackwardReading {
 public:
-    BackwardReading(RolloutEventParser &parser, const RolloutFile &file, std::size_t size,
+    BackwardReading(RolloutMemory &memory, const RolloutFile &file, std::size_t size,
                     std::size_t chunkSize)
-        : m_parser(parser)
+        : m_parser(memory.parser)
+        , m_piece(memory.bytes)
         , m_file(file)
         , m_offset(size)
         , m_chunkSize(chunkSize) {}
@@ -126,6 +127,7 @@ private:
     std::optional<ThreadRunState> decidedState(std::string_view line);
 
     RolloutEventParser &m_parser;
+    std::string &m_piece;
     const RolloutFile &m_file;
     std::size_t m_offset;
     std::size_t m_chunkSize;
@@ -151,21 +153,21 @@ ThreadRunState BackwardReading::result() {
 std::optional<ThreadRunState> BackwardReading::step() {
     const std::size_t length = std::min(m_offset, m_chunkSize);
     m_offset -= length;
-    std::string piece;
-    if (!readPiece(m_file, m_offset, length, piece)) {
+    if (!readPiece(m_file, m_offset, length, m_piece)) {
         return ThreadRunState::completed;
     }
-    piece += m_cutCharacter;
+    m_piece += m_cutCharacter;
     const auto isContinuation = [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
     };
     const auto cut =
-        static_cast<std::size_t>(std::ranges::find_if_not(piece, isContinuation) - piece.begin());
-    const auto text = std::string_view(piece).substr(cut);
+        static_cast<std::size_t>(std::ranges::find_if_not(m_piece, isContinuation) -
+                                 m_piece.begin());
+    const auto text = std::string_view(m_piece).substr(cut);
     if (cut >= longestCharacter || !isValidUtf8(text)) {
         return ThreadRunState::completed;
     }
-    m_cutCharacter = piece.substr(0, cut);
+    m_cutCharacter = m_piece.substr(0, cut);
     if (cut > 0) {
         m_undecoded.prepend(std::string(text));
         return std::nullopt;
@@ -222,8 +224,8 @@ std::optional<ThreadRunState> BackwardReading::decidedState(std::string_view lin
 /// before it may keep any text from decoding.
 std::optional<ThreadRunState> tailState(RolloutMemory &memory, const RolloutFile &file,
                                         std::size_t size, std::size_t length) {
-    readPiece(file, size - length, length, memory.tail);
-    Lines lines(memory.tail);
+    readPiece(file, size - length, length, memory.bytes);
+    Lines lines(memory.bytes);
     while (const auto line = lines.takeLast()) {
         if (const auto state = memory.parser.decidedState(*line)) {
             return state;
@@ -269,7 +271,7 @@ ThreadRunState ThreadRunStateResolver::resolve(const std::string &rolloutPath, b
         if (!size || endsCompleted(memory, file, *size, m_chunkSize) || !file.isRegular()) {
             return ThreadRunState::completed;
         }
-        return BackwardReading(memory.parser, file, *size, m_chunkSize).result();
+        return BackwardReading(memory, file, *size, m_chunkSize).result();
     } catch (const std::bad_alloc &) {
         // A file with a line too large for the memory counts as unreadable.
         return ThreadRunState::completed;

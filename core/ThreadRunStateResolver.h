@@ -11,7 +11,7 @@ namespace tallyview {
 /// What is reused from file to file. Use it from one thread.
 struct RolloutMemory {
     RolloutEventParser parser{};
-    std::string tail{};
+    std::string bytes{}; ///< what has last been read
 };
 
 /// Tells from the end of a thread's rollout file whether its task is still running.
