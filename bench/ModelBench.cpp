@@ -27,8 +27,12 @@
 #include <unicode/locid.h>
 #include <unicode/unistr.h>
 
+#include <array>
+#include <cstdint>
 #include <ctime>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
 
 using namespace tallyview;
@@ -108,8 +112,11 @@ void benchSearch(Workspace &workspace, int rounds) {
     std::size_t length = 0;
     std::vector<std::string> texts;
     for (const ThreadRecord &thread : model.threads()) {
-        texts.push_back(thread->title + " " + thread->preview + " " + thread->project + " " +
-                        thread->projectPath + " " + thread->branch + " " + thread->source);
+        std::string &text = texts.emplace_back();
+        for (const std::string_view part : {thread->title, thread->preview, thread->project,
+                                            thread->projectPath, thread->branch, thread->source}) {
+            text.append(part) += ' ';
+        }
     }
     bench::compare(
         rounds,
@@ -127,6 +134,30 @@ void benchSearch(Workspace &workspace, int rounds) {
             }
         });
 }
+
+/// A thread as a list of plain values would hold it.
+struct PlainThread {
+    explicit PlainThread(const ThreadRecord::Fields &fields)
+        : texts{std::string(fields.id),          std::string(fields.title),
+                std::string(fields.preview),     std::string(fields.project),
+                std::string(fields.projectPath), std::string(fields.source),
+                std::string(fields.model),       std::string(fields.reasoningEffort),
+                std::string(fields.branch)}
+        , tokensUsed(fields.tokensUsed)
+        , createdAt(fields.createdAt)
+        , updatedAt(fields.updatedAt)
+        , archived(fields.archived)
+        , isSubagent(fields.isSubagent)
+        , runState(fields.runState) {}
+
+    std::array<std::string, 9> texts;
+    std::int64_t tokensUsed;
+    std::optional<Instant> createdAt;
+    std::optional<Instant> updatedAt;
+    bool archived;
+    bool isSubagent;
+    ThreadRunState runState;
+};
 
 /// Ten threads anywhere in the list get another title and have just been updated.
 void changeTenThreads(sqlite3 *database, int round) {
@@ -152,12 +183,12 @@ void benchRefresh(Workspace &workspace, const std::string &path, int rounds) {
         changeTenThreads(database, ++round);
         return workspace.refresh();
     };
-    std::vector<ThreadRecord::Fields> values;
+    std::vector<PlainThread> values;
     for (const ThreadRecord &thread : workspace.model.threads()) {
-        values.push_back(*thread);
+        values.emplace_back(*thread);
     }
     bench::compare(rounds, refresh, [&] {
-        std::vector<ThreadRecord::Fields> copy;
+        std::vector<PlainThread> copy;
         return ownTimeOf([&] { copy = values; });
     });
     sqlite3_close(database);

@@ -88,34 +88,40 @@ public:
             if (m_stop.stop_requested()) {
                 break;
             }
-            fill(stored);
-            result.push_back(m_known.record(m_fields));
+            result.push_back(record(stored));
         }
         return result;
     }
 
 private:
-    void fill(const StoredThread &stored) {
+    ThreadRecord record(const StoredThread &stored) {
         const std::string_view title = trimmed(stored.title);
-        m_fields.id = stored.id;
-        m_fields.title = title.empty() ? "未命名任务" : title;
-        TextSanitizer::redactInPlace(m_fields.title);
-        m_fields.preview = trimmed(stored.preview);
-        TextSanitizer::redactInPlace(m_fields.preview);
-        m_fields.project = TextSanitizer::projectName(stored.cwd, m_home);
-        m_fields.projectPath = stored.cwd;
-        m_fields.isSubagent =
+        m_title = title.empty() ? "未命名任务" : title;
+        TextSanitizer::redactInPlace(m_title);
+        m_preview = trimmed(stored.preview);
+        TextSanitizer::redactInPlace(m_preview);
+        m_project = TextSanitizer::projectName(stored.cwd, m_home);
+        const bool isSubagent =
             stored.hasAgentRole || stored.hasAgentPath || isStructured(stored.source);
-        m_fields.source = sourceLabel(stored.source, m_fields.isSubagent);
-        m_fields.model = stored.model;
-        m_fields.reasoningEffort = stored.reasoningEffort;
-        m_fields.branch = stored.branch;
-        m_fields.tokensUsed = stored.tokensUsed;
-        m_fields.createdAt = instant(stored.createdMilliseconds);
-        m_fields.updatedAt = instant(stored.updatedMilliseconds);
-        m_fields.archived = stored.archived;
+        m_source = sourceLabel(stored.source, isSubagent);
         m_rolloutPath = stored.rolloutPath;
-        m_fields.runState = m_resolver.resolve(m_rolloutPath, stored.archived, m_rolloutMemory);
+        return m_known.record({
+            .id = stored.id,
+            .title = m_title,
+            .preview = m_preview,
+            .project = m_project,
+            .projectPath = stored.cwd,
+            .source = m_source,
+            .model = stored.model,
+            .reasoningEffort = stored.reasoningEffort,
+            .branch = stored.branch,
+            .tokensUsed = stored.tokensUsed,
+            .createdAt = instant(stored.createdMilliseconds),
+            .updatedAt = instant(stored.updatedMilliseconds),
+            .archived = stored.archived,
+            .isSubagent = isSubagent,
+            .runState = m_resolver.resolve(m_rolloutPath, stored.archived, m_rolloutMemory),
+        });
     }
 
     const std::string &m_home;
@@ -123,8 +129,11 @@ private:
     const std::stop_token &m_stop;
     ThreadRunStateResolver m_resolver;
     RolloutMemory m_rolloutMemory;
-    // Filled anew for each row, in the memory of those before.
-    ThreadRecord::Fields m_fields;
+    // Of one row, in the memory of those before.
+    std::string m_title;
+    std::string m_preview;
+    std::string m_project;
+    std::string m_source;
     std::string m_rolloutPath;
 };
 

@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <string>
 #include <utility>
 
 namespace tallyview {
@@ -25,7 +26,7 @@ void requireDistinctIDs(const std::vector<ThreadRecord> &threads) {
         for (; slots[place].thread != nullptr; place = (place + 1) & mask) {
             if (slots[place].hash == hash &&
                 canonicallyEqual(slots[place].thread->id(), thread.id())) {
-                preconditionFailure("Duplicate values for key: '" + thread.id() + "'");
+                preconditionFailure(std::string("Duplicate values for key: '").append(thread.id()) + "'");
             }
         }
         slots[place] = {hash, &thread};

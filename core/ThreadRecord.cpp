@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
-#include <utility>
 
 namespace tallyview {
 
 namespace {
 
-using TextField = std::string ThreadRecord::Fields::*;
+using TextField = std::string_view ThreadRecord::Fields::*;
 
 constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::id,          &ThreadRecord::Fields::title,
@@ -20,23 +19,28 @@ constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::model,       &ThreadRecord::Fields::reasoningEffort,
     &ThreadRecord::Fields::branch};
 
+constexpr std::array<TextField, 6> searchedFields{
+    &ThreadRecord::Fields::title,       &ThreadRecord::Fields::preview,
+    &ThreadRecord::Fields::project,     &ThreadRecord::Fields::projectPath,
+    &ThreadRecord::Fields::branch,      &ThreadRecord::Fields::source};
+
+template <std::size_t count>
+std::size_t sizeOf(const std::array<TextField, count> &texts, const ThreadRecord::Fields &fields) {
+    std::size_t size = 0;
+    for (const TextField field : texts) {
+        size += (fields.*field).size();
+    }
+    return size;
+}
+
 // Converts each part by itself, as most are plain ASCII and quick. The result is the same: what a
 // letter becomes never depends on anything beyond a blank.
-std::string makeSearchText(const ThreadRecord::Fields &fields) {
-    const std::array parts{&fields.title,       &fields.preview, &fields.project,
-                           &fields.projectPath, &fields.branch,  &fields.source};
-    std::size_t size = parts.size();
-    for (const std::string *part : parts) {
-        size += part->size();
+void appendSearchText(std::string &texts, const ThreadRecord::Fields &fields) {
+    for (const TextField field : searchedFields) {
+        appendSearchForm(texts, fields.*field);
+        texts += ' ';
     }
-    std::string joined;
-    joined.reserve(size);
-    for (const std::string *part : parts) {
-        appendSearchForm(joined, *part);
-        joined += ' ';
-    }
-    joined.pop_back();
-    return joined;
+    texts.pop_back();
 }
 
 bool sameTexts(const ThreadRecord::Fields &left, const ThreadRecord::Fields &right) {
@@ -71,12 +75,26 @@ private:
 
 } // namespace
 
-ThreadRecord::ThreadRecord(Fields fields) {
-    const std::size_t identityHash = CanonicalHash()(fields.id);
-    std::string searchText = makeSearchText(fields);
-    m_data =
-        std::make_shared<const Data>(Data{std::move(fields), identityHash, std::move(searchText)});
+ThreadRecord::Data::Data(const Fields &given)
+    : fields(given)
+    , identityHash(CanonicalHash()(given.id)) {
+    const std::size_t stored = sizeOf(textFields, given);
+    texts.reserve(stored + sizeOf(searchedFields, given) + searchedFields.size());
+    for (const TextField field : textFields) {
+        texts += given.*field;
+    }
+    appendSearchText(texts, given);
+    std::string_view rest = texts; // that will not move any more
+    for (const TextField field : textFields) {
+        std::string_view &text = fields.*field;
+        text = rest.substr(0, text.size());
+        rest.remove_prefix(text.size());
+    }
+    searchText = rest;
 }
+
+ThreadRecord::ThreadRecord(const Fields &fields)
+    : m_data(std::make_shared<const Data>(fields)) {}
 
 bool operator==(const ThreadRecord &left, const ThreadRecord &right) {
     if (left.m_data == right.m_data) {

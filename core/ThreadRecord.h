@@ -20,19 +20,20 @@ using Instant = std::chrono::sys_time<std::chrono::duration<double>>;
 /// One thread of the agent, as found by one read of its database.
 ///
 /// An immutable value: copies share their data, so copying and passing lists of records is
-/// cheap and safe between threads. Texts are valid UTF-8.
+/// cheap and safe between threads. Texts are valid UTF-8; a record owns its own, in one piece, and
+/// what it hands out of them is good for as long as it, or a copy of it, exists.
 class ThreadRecord {
 public:
     struct Fields {
-        std::string id{};              ///< the agent's identifier; identity of the record
-        std::string title{};           ///< sanitized, never empty
-        std::string preview{};         ///< sanitized, may be empty
-        std::string project{};         ///< display name of the project, never empty
-        std::string projectPath{};     ///< working directory as stored; empty when unknown
-        std::string source{};          ///< "subagent", "local" or the agent's own word
-        std::string model{};           ///< empty when unknown
-        std::string reasoningEffort{}; ///< empty when unknown
-        std::string branch{};          ///< empty when unknown
+        std::string_view id{};              ///< the agent's identifier; identity of the record
+        std::string_view title{};           ///< sanitized, never empty
+        std::string_view preview{};         ///< sanitized, may be empty
+        std::string_view project{};         ///< display name of the project, never empty
+        std::string_view projectPath{};     ///< working directory as stored; empty when unknown
+        std::string_view source{};          ///< "subagent", "local" or the agent's own word
+        std::string_view model{};           ///< empty when unknown
+        std::string_view reasoningEffort{}; ///< empty when unknown
+        std::string_view branch{};          ///< empty when unknown
         std::int64_t tokensUsed = 0;
         std::optional<Instant> createdAt{}; ///< absent when not recorded
         std::optional<Instant> updatedAt{}; ///< time of the last activity
@@ -44,18 +45,19 @@ public:
         friend bool operator==(const Fields &, const Fields &) = default;
     };
 
-    explicit ThreadRecord(Fields fields);
+    /// Copies the texts.
+    explicit ThreadRecord(const Fields &fields);
 
     const Fields *operator->() const { return &m_data->fields; }
     const Fields &operator*() const { return m_data->fields; }
 
     /// Identity in lists.
-    const std::string &id() const { return m_data->fields.id; }
+    std::string_view id() const { return m_data->fields.id; }
 
     /// What the search looks in: title, preview, project, projectPath, branch and source joined by
     /// single blanks, lower-cased, in normalization form C. Computed once, when the record is
     /// built.
-    const std::string &searchText() const { return m_data->searchText; }
+    std::string_view searchText() const { return m_data->searchText; }
 
     /// Equal for canonically equivalent ids. Computed once, when the record is built.
     std::size_t identityHash() const { return m_data->identityHash; }
@@ -68,9 +70,15 @@ public:
 
 private:
     struct Data {
-        Fields fields;
+        explicit Data(const Fields &given);
+        Data(const Data &) = delete;
+        Data &operator=(const Data &) = delete;
+        ~Data() = default;
+
+        Fields fields; // whose texts lie in `texts`
         std::size_t identityHash; // here, as walks over all records look at it and the fields' end
-        std::string searchText;
+        std::string_view searchText;
+        std::string texts;
     };
     std::shared_ptr<const Data> m_data;
 };

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <string_view>
 
 using namespace tallyview;
 
@@ -14,11 +15,11 @@ namespace {
 bool isComplete(const ThreadRecord &thread) {
     const auto &fields = *thread;
     const bool areTexts = std::ranges::all_of(
-        std::initializer_list<const std::string *>{
-            &fields.id, &fields.title, &fields.preview, &fields.project, &fields.projectPath,
-            &fields.source, &fields.model, &fields.reasoningEffort, &fields.branch,
-            &thread.searchText()},
-        [](const std::string *text) { return isValidUtf8(*text); });
+        std::initializer_list<std::string_view>{
+            fields.id, fields.title, fields.preview, fields.project, fields.projectPath,
+            fields.source, fields.model, fields.reasoningEffort, fields.branch,
+            thread.searchText()},
+        isValidUtf8);
     return areTexts && !fields.title.empty() && !fields.project.empty() && !fields.source.empty() &&
            ThreadRecord(fields) == thread && ThreadRecord(fields).hash() == thread.hash();
 }

@@ -167,8 +167,8 @@ void DashboardModel::runMonitoringStep() {
 
 void DashboardModel::togglePin(const ThreadRecord &thread) {
     TextSet pins = m_pinnedIDs;
-    if (pins.erase(thread.id()) == 0) {
-        pins.insert(thread.id());
+    if (const std::string id(thread.id()); pins.erase(id) == 0) {
+        pins.insert(id);
     }
     assign(m_pinnedIDs, std::move(pins));
     QStringList stored;
@@ -220,7 +220,7 @@ void DashboardModel::moveSelection(std::int64_t offset) {
     const auto found = static_cast<std::int64_t>(position(visible, m_selectedThreadID));
     const std::int64_t start = found == size ? 0 : found;
     const std::int64_t target = (start + offset % size + size) % size;
-    setSelectedThreadID(visible[static_cast<std::size_t>(target)].id());
+    setSelectedThreadID(std::string(visible[static_cast<std::size_t>(target)].id()));
 }
 
 void DashboardModel::reconcileSelection() {
@@ -229,7 +229,8 @@ void DashboardModel::reconcileSelection() {
         return;
     }
     const ThreadList visible = visibleThreads(cutoffs);
-    setSelectedThreadID(visible.empty() ? std::nullopt : std::optional(visible.front().id()));
+    setSelectedThreadID(visible.empty() ? std::nullopt
+                                        : std::optional<std::string>(visible.front().id()));
 }
 
 } // namespace tallyview

@@ -58,11 +58,11 @@ void TaskNotificationService::configure() {
 }
 
 void TaskNotificationService::notifyCompletion(const ThreadRecord &thread) {
-    const QString id = QString::fromStdString(thread.id());
+    const QString id = QString::fromUtf8(thread.id());
     add({.identifier = QStringLiteral("orvik-task-complete-") + id + u'-' + freshUuid(),
          .title = QStringLiteral("Orvik 任务已完成"),
-         .subtitle = QString::fromStdString(thread->project),
-         .body = QString::fromStdString(thread->title),
+         .subtitle = QString::fromUtf8(thread->project),
+         .body = QString::fromUtf8(thread->title),
          .actionLabel = QStringLiteral("在 Orvik 中打开"),
          .defaultSound = true,
          .groupingKey = id,

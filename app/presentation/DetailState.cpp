@@ -16,7 +16,7 @@ void DetailState::open() const {
 
 void DetailState::copyID() const {
     if (m_thread) {
-        copyText(QString::fromStdString(m_thread->id()));
+        copyText(QString::fromUtf8(m_thread->id()));
     }
 }
 

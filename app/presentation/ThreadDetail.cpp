@@ -18,8 +18,8 @@ QString badge(const ThreadRecord &thread) {
            DisplayText::isolated(uppercased(prefixCharacters(thread.id(), badgeIDLength)));
 }
 
-QString valueOrUnknown(const std::string &text) {
-    return text.empty() ? QStringLiteral("未记录") : QString::fromStdString(text);
+QString valueOrUnknown(std::string_view text) {
+    return text.empty() ? QStringLiteral("未记录") : QString::fromUtf8(text);
 }
 
 } // namespace
@@ -36,15 +36,15 @@ ThreadDetail threadDetail(const ThreadRecord &thread, bool pinned, const UtcOffs
     detail.preview = thread->preview.empty() ? QStringLiteral("该任务没有可用的预览文本。")
                                              : DisplayText::excerpt(thread->preview);
     detail.properties = {
-        {u"项目"_s, QString::fromStdString(thread->project), false},
+        {u"项目"_s, QString::fromUtf8(thread->project), false},
         {u"更新时间"_s, ThreadFormatting::full(thread->updatedAt, utcOffset), false},
-        {u"来源"_s, QString::fromStdString(thread->source)},
+        {u"来源"_s, QString::fromUtf8(thread->source)},
         {u"模型"_s, valueOrUnknown(thread->model)},
         {u"推理强度"_s, valueOrUnknown(thread->reasoningEffort)},
         {u"Token"_s, number(thread->tokensUsed)},
         {u"分支"_s, valueOrUnknown(thread->branch)},
         {u"工作目录"_s, valueOrUnknown(thread->projectPath), true, 3},
-        {u"Thread ID"_s, QString::fromStdString(thread.id()), true, 3},
+        {u"Thread ID"_s, QString::fromUtf8(thread.id()), true, 3},
     };
     return detail;
 }

@@ -22,7 +22,7 @@ QString metaLine(const ThreadRecord &thread) {
 TaskRow taskRow(const ThreadRecord &thread, const ThreadTimeGroup &group, Instant now,
                 const UtcOffset &utcOffset) {
     TaskRow row;
-    row.key = QString::fromStdString(group.id + "/" + thread.id());
+    row.key = QString::fromStdString(group.id) + u'/' + QString::fromUtf8(thread.id());
     row.title = DisplayText::oneLine(thread->title);
     row.meta = metaLine(thread);
     row.age = ThreadFormatting::relative(thread->updatedAt, now, utcOffset);

@@ -58,7 +58,7 @@ JsonObject &JsonObject::add(std::string_view name, std::string_view text) {
     return addValue(name, quoted(text));
 }
 
-JsonObject &JsonObject::add(std::string_view name, const std::optional<std::string> &text) {
+JsonObject &JsonObject::add(std::string_view name, std::optional<std::string_view> text) {
     return addValue(name, text ? quoted(*text) : "null");
 }
 

@@ -19,7 +19,7 @@ public:
     JsonObject &add(std::string_view name, const char *text) {
         return add(name, std::string_view(text));
     }
-    JsonObject &add(std::string_view name, const std::optional<std::string> &text); ///< or null
+    JsonObject &add(std::string_view name, std::optional<std::string_view> text); ///< or null
     JsonObject &add(std::string_view name, std::int64_t number);
     JsonObject &add(std::string_view name, bool truth);
     JsonObject &add(std::string_view name, const JsonObject &object);

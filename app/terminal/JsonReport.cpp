@@ -9,7 +9,7 @@ namespace tallyview {
 
 namespace {
 
-std::optional<std::string> ifKnown(const std::string &text) {
+std::optional<std::string_view> ifKnown(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional(text);
 }
 

@@ -55,7 +55,7 @@ std::expected<ThreadRecord, std::string> findThread(std::span<const ThreadRecord
     std::vector<ThreadRecord> found;
     std::ranges::copy_if(
         threads, std::back_inserter(found),
-        [&](const std::string &id) { return id.starts_with(beginning); }, &ThreadRecord::id);
+        [&](std::string_view id) { return id.starts_with(beginning); }, &ThreadRecord::id);
     if (found.size() == 1) {
         return found.front();
     }
@@ -65,7 +65,7 @@ std::expected<ThreadRecord, std::string> findThread(std::span<const ThreadRecord
     std::string error =
         std::to_string(found.size()) + " 个任务的 ID 以 " + std::string(beginning) + " 开头：";
     for (std::size_t i = 0; i < std::min(found.size(), mostNamed); ++i) {
-        error += (i > 0 ? "、" : "") + found[i].id();
+        error.append(i > 0 ? "、" : "").append(found[i].id());
     }
     return std::unexpected(error + (found.size() > mostNamed ? "……" : ""));
 }

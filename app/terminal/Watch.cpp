@@ -84,7 +84,7 @@ void Watch::writeChanges() {
     m_running.emplace();
     for (const ThreadRecord &thread : m_model.threads()) {
         if (stateOf(thread) == ThreadRunState::running) {
-            m_running->insert(thread.id());
+            m_running->emplace(thread.id());
         }
     }
 }

@@ -139,7 +139,7 @@ TEST_F(OrvikThreadStoreTest, sharesTheDataOfRecordsThatStayAsTheyAre) {
     for (const ThreadRecord &thread : listed(before)) {
         const bool isShared = std::ranges::any_of(
             before, [&](const ThreadRecord &known) { return &*known == &*thread; });
-        shared += thread.id() + (isShared ? "=" : ":") + thread->title + " ";
+        shared.append(thread.id()).append(isShared ? "=" : ":").append(thread->title) += ' ';
     }
     EXPECT_EQ(shared, "new:未命名任务 same=caf\u00e9 changed:b respelled:cafe\u0301 ");
 }

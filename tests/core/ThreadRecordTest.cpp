@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -39,6 +40,15 @@ TEST(ThreadRecord, takesEquivalentValuesAsEqual) {
     const ThreadRecord other({.title = "Caf\u00E9", .createdAt = at(0.0)});
     EXPECT_EQ(one, other);
     EXPECT_EQ(one.hash(), other.hash());
+}
+
+TEST(ThreadRecord, keepsTextsOfItsOwn) {
+    std::string id = "019a3f20";
+    std::string branch = "main";
+    const ThreadRecord record({.id = id, .branch = branch});
+    id = branch = "gone";
+    EXPECT_EQ(record.id(), "019a3f20");
+    EXPECT_EQ(ThreadRecord(record)->branch, "main");
 }
 
 TEST(ThreadRecord, joinsWhatTheSearchLooksIn) {

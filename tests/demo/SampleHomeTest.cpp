@@ -71,7 +71,9 @@ TEST_F(SampleHomeTest, HasSomethingForEveryView) {
            : hours < 12       ? halfADay
            : hours < 7 * 24   ? week
                               : older);
-        texts += thread->project + '\n' + thread->title + '\n' + thread->preview + '\n';
+        for (const std::string_view text : {thread->project, thread->title, thread->preview}) {
+            texts.append(text) += '\n';
+        }
     }
     EXPECT_TRUE(lastHour >= 15 && halfADay >= 25 && week >= 80 && older >= 120 && timeless > 0);
     for (const char *expected : {"未归类", "订单中心", "font-tools", "[REDACTED]", "138****5678",

@@ -61,7 +61,7 @@ struct Dashboard : ModelFixture {
         model.setStatusFilter(TaskStatusFilter::all);
         model.setRecencyFilter(TaskRecencyFilter::week);
         QObject::connect(&model, &DashboardModel::taskCompleted, &model,
-                         [this](const ThreadRecord &thread) { announced.insert(thread.id()); });
+                         [this](const ThreadRecord &thread) { announced.emplace(thread.id()); });
     }
 
     /// Turns the event loop until the list is shown.
@@ -93,7 +93,7 @@ std::set<std::string> running(const Dashboard &dashboard) {
     std::set<std::string> ids;
     for (const ThreadRecord &thread : dashboard.model.threads()) {
         if (thread->runState == ThreadRunState::running) {
-            ids.insert(thread.id());
+            ids.emplace(thread.id());
         }
     }
     return ids;

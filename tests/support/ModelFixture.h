@@ -110,7 +110,7 @@ public:
     static QString ids(const ThreadList &threads) {
         QStringList result;
         for (const ThreadRecord &thread : threads) {
-            result.append(QString::fromStdString(thread.id()));
+            result.append(QString::fromUtf8(thread.id()));
         }
         return result.join(u' ');
     }
