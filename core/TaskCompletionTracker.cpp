@@ -26,7 +26,8 @@ void requireDistinctIDs(const std::vector<ThreadRecord> &threads) {
         for (; slots[place].thread != nullptr; place = (place + 1) & mask) {
             if (slots[place].hash == hash &&
                 canonicallyEqual(slots[place].thread->id(), thread.id())) {
-                preconditionFailure(std::string("Duplicate values for key: '").append(thread.id()) + "'");
+                preconditionFailure(std::string("Duplicate values for key: '").append(thread.id()) +
+                                    "'");
             }
         }
         slots[place] = {hash, &thread};

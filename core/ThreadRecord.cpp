@@ -20,9 +20,9 @@ constexpr std::array<TextField, 9> textFields{
     &ThreadRecord::Fields::branch};
 
 constexpr std::array<TextField, 6> searchedFields{
-    &ThreadRecord::Fields::title,       &ThreadRecord::Fields::preview,
-    &ThreadRecord::Fields::project,     &ThreadRecord::Fields::projectPath,
-    &ThreadRecord::Fields::branch,      &ThreadRecord::Fields::source};
+    &ThreadRecord::Fields::title,   &ThreadRecord::Fields::preview,
+    &ThreadRecord::Fields::project, &ThreadRecord::Fields::projectPath,
+    &ThreadRecord::Fields::branch,  &ThreadRecord::Fields::source};
 
 template <std::size_t count>
 std::size_t sizeOf(const std::array<TextField, count> &texts, const ThreadRecord::Fields &fields) {
@@ -93,8 +93,7 @@ ThreadRecord::Data::Data(const Fields &given)
     searchText = rest;
 }
 
-ThreadRecord::ThreadRecord(const Fields &fields)
-    : m_data(std::make_shared<const Data>(fields)) {}
+ThreadRecord::ThreadRecord(const Fields &fields) : m_data(std::make_shared<const Data>(fields)) {}
 
 bool operator==(const ThreadRecord &left, const ThreadRecord &right) {
     if (left.m_data == right.m_data) {

@@ -75,7 +75,7 @@ private:
         Data &operator=(const Data &) = delete;
         ~Data() = default;
 
-        Fields fields; // whose texts lie in `texts`
+        Fields fields;            // whose texts lie in `texts`
         std::size_t identityHash; // here, as walks over all records look at it and the fields' end
         std::string_view searchText;
         std::string texts;

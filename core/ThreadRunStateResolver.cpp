@@ -160,9 +160,8 @@ std::optional<ThreadRunState> BackwardReading::step() {
     const auto isContinuation = [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
     };
-    const auto cut =
-        static_cast<std::size_t>(std::ranges::find_if_not(m_piece, isContinuation) -
-                                 m_piece.begin());
+    const auto cut = static_cast<std::size_t>(std::ranges::find_if_not(m_piece, isContinuation) -
+                                              m_piece.begin());
     const auto text = std::string_view(m_piece).substr(cut);
     if (cut >= longestCharacter || !isValidUtf8(text)) {
         return ThreadRunState::completed;

@@ -15,10 +15,10 @@ namespace {
 bool isComplete(const ThreadRecord &thread) {
     const auto &fields = *thread;
     const bool areTexts = std::ranges::all_of(
-        std::initializer_list<std::string_view>{
-            fields.id, fields.title, fields.preview, fields.project, fields.projectPath,
-            fields.source, fields.model, fields.reasoningEffort, fields.branch,
-            thread.searchText()},
+        std::initializer_list<std::string_view>{fields.id, fields.title, fields.preview,
+                                                fields.project, fields.projectPath, fields.source,
+                                                fields.model, fields.reasoningEffort, fields.branch,
+                                                thread.searchText()},
         isValidUtf8);
     return areTexts && !fields.title.empty() && !fields.project.empty() && !fields.source.empty() &&
            ThreadRecord(fields) == thread && ThreadRecord(fields).hash() == thread.hash();

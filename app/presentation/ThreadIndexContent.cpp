@@ -34,7 +34,9 @@ void ThreadIndexContent::setViewHeight(double height) {
     }
 }
 
-void ThreadIndexContent::select(int row) { model()->setSelectedThreadID(std::string(threadOfRow(row).id())); }
+void ThreadIndexContent::select(int row) {
+    model()->setSelectedThreadID(std::string(threadOfRow(row).id()));
+}
 
 void ThreadIndexContent::open(int row) {
     const ThreadRecord thread = threadOfRow(row);
