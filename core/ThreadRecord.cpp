@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 namespace tallyview {
@@ -24,8 +25,7 @@ constexpr std::array<TextField, 6> searchedFields{
     &ThreadRecord::Fields::project, &ThreadRecord::Fields::projectPath,
     &ThreadRecord::Fields::branch,  &ThreadRecord::Fields::source};
 
-template <std::size_t count>
-std::size_t sizeOf(const std::array<TextField, count> &texts, const ThreadRecord::Fields &fields) {
+std::size_t sizeOf(std::span<const TextField> texts, const ThreadRecord::Fields &fields) {
     std::size_t size = 0;
     for (const TextField field : texts) {
         size += (fields.*field).size();
@@ -78,8 +78,8 @@ private:
 ThreadRecord::Data::Data(const Fields &given)
     : fields(given)
     , identityHash(CanonicalHash()(given.id)) {
-    const std::size_t stored = sizeOf(textFields, given);
-    texts.reserve(stored + sizeOf(searchedFields, given) + searchedFields.size());
+    texts.reserve(sizeOf(textFields, given) + sizeOf(searchedFields, given) +
+                  searchedFields.size());
     for (const TextField field : textFields) {
         texts += given.*field;
     }
