@@ -15,6 +15,7 @@
 #include <iterator>
 #include <memory_resource>
 #include <new>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <thread>
@@ -33,11 +34,8 @@ bool isStructured(std::string_view source) {
     return prefixCharacters(trimmedBlanks(source), 1) == "{";
 }
 
-std::string sourceLabel(std::string_view source, bool isSubagent) {
+std::string sourceLabel(std::string_view source) {
     constexpr std::size_t longestLabel = 24;
-    if (isSubagent) {
-        return "subagent";
-    }
     const std::string label = lowercased(trimmed(source));
     const bool fits = !label.empty() && characterCount(label) <= longestLabel;
     return fits ? label : "local";
@@ -72,6 +70,34 @@ private:
     std::pmr::unordered_map<std::string_view, const ThreadRecord *> m_records;
 };
 
+/// What has been worked out of a text, for the next row with the same: threads share few
+/// directories and few sources.
+class Memo {
+public:
+    template <class Work>
+    std::string of(std::string_view text, Work work) {
+        constexpr std::size_t longestText = 256;
+        constexpr std::size_t mostTexts = 1024;
+        if (text.size() > longestText) {
+            return work(text);
+        }
+        const auto known = m_results.find(text);
+        if (known != m_results.end()) {
+            return known->second;
+        }
+        if (m_results.size() == mostTexts) {
+            m_results.clear();
+        }
+        return m_results.emplace(text, work(text)).first->second;
+    }
+
+private:
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    std::unordered_map<std::string, std::string, Hash, std::equal_to<>> m_results;
+};
+
 /// Turns rows into records. Not to be shared between threads.
 class RecordMaker {
 public:
@@ -100,18 +126,21 @@ private:
         TextSanitizer::redactInPlace(m_title);
         m_preview = trimmed(stored.preview);
         TextSanitizer::redactInPlace(m_preview);
-        m_project = TextSanitizer::projectName(stored.cwd, m_home);
+        const std::string project = m_projects.of(stored.cwd, [this](std::string_view path) {
+            return TextSanitizer::projectName(path, m_home);
+        });
         const bool isSubagent =
             stored.hasAgentRole || stored.hasAgentPath || isStructured(stored.source);
-        m_source = sourceLabel(stored.source, isSubagent);
+        const std::string source =
+            isSubagent ? "subagent" : m_sources.of(stored.source, sourceLabel);
         m_rolloutPath = stored.rolloutPath;
         return m_known.record({
             .id = stored.id,
             .title = m_title,
             .preview = m_preview,
-            .project = m_project,
+            .project = project,
             .projectPath = stored.cwd,
-            .source = m_source,
+            .source = source,
             .model = stored.model,
             .reasoningEffort = stored.reasoningEffort,
             .branch = stored.branch,
@@ -129,11 +158,11 @@ private:
     const std::stop_token &m_stop;
     ThreadRunStateResolver m_resolver;
     RolloutMemory m_rolloutMemory;
+    Memo m_projects; // by directory
+    Memo m_sources;  // labels by what is stored
     // Of one row, in the memory of those before.
     std::string m_title;
     std::string m_preview;
-    std::string m_project;
-    std::string m_source;
     std::string m_rolloutPath;
 };
 

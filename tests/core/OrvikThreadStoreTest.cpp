@@ -144,19 +144,23 @@ TEST_F(OrvikThreadStoreTest, sharesTheDataOfRecordsThatStayAsTheyAre) {
     EXPECT_EQ(shared, "new:未命名任务 same=caf\u00e9 changed:b respelled:cafe\u0301 ");
 }
 
-// Enough rows for all threads that make records.
-TEST_F(OrvikThreadStoreTest, keepsManyRowsInOrderWithTheirStates) {
+// Enough rows for all threads that make records, and more directories than are remembered.
+TEST_F(OrvikThreadStoreTest, keepsManyRowsInOrderWithTheirFields) {
     const std::string running = folder.write(
         "running.jsonl", R"({"type": "event_msg", "payload": {"type": "task_started"}})");
-    writer.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
-                   "INSERT INTO threads (id, updated_at, rollout_path) SELECT i, 10000 - i, "
+    writer.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 10000) "
+                   "INSERT INTO threads (id, cwd, source, updated_at, rollout_path) SELECT i, "
+                   "'/src/' || iif(i % 2, 'odd', i), iif(i % 3, 'CLI', 'VSCode'), 20000 - i, "
                    "iif(i % 7 = 0, '" +
                    running + "', '/nowhere') FROM n");
     const auto threads = listed();
-    ASSERT_EQ(threads.size(), 3000U);
+    ASSERT_EQ(threads.size(), 10'000U);
     for (std::size_t id = 1; id <= threads.size(); ++id) {
-        ASSERT_EQ(threads[id - 1].id(), std::to_string(id));
-        ASSERT_EQ(threads[id - 1]->runState == ThreadRunState::running, id % 7 == 0) << id;
+        const ThreadRecord &thread = threads[id - 1];
+        ASSERT_EQ(thread.id(), std::to_string(id));
+        ASSERT_EQ(thread->project, id % 2 == 1 ? "odd" : std::to_string(id));
+        ASSERT_EQ(thread->source, id % 3 == 0 ? "vscode" : "cli");
+        ASSERT_EQ(thread->runState == ThreadRunState::running, id % 7 == 0) << id;
     }
     std::stop_source stop;
     stop.request_stop();
