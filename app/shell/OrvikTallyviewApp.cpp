@@ -8,8 +8,10 @@
 #include "app/shell/SceneRenderer.h"
 #include "core/HomeDirectory.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QThreadPool>
 
 #include <chrono>
 #include <cstdio>
@@ -69,6 +71,8 @@ bool OrvikTallyviewApp::start(const std::optional<QString> &activationToken) {
 }
 
 bool OrvikTallyviewApp::loadWindow() {
+    // The first text has the files of all fonts looked through; by then that may be done.
+    QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
