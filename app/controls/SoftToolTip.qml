@@ -1,42 +1,65 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-// Help that appears below its parent after the pointer or the keyboard's focus has rested there.
-T.ToolTip {
-    id: tip
+/// Help that appears below its parent after the pointer or the keyboard's focus has rested there;
+/// `wanted` says whether one of them does. Made only then, as there are many.
+Item {
+    id: help
 
-    // Whether one of them rests there.
-    property bool wanted: true
+    required property string text
+    required property bool wanted
 
     readonly property real longestLine: 420
 
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height + 6 : 0
-    implicitWidth: Math.min(longestLine, contentItem.implicitWidth) + leftPadding + rightPadding
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    horizontalPadding: 9
-    verticalPadding: 5
-    margins: 6
-    delay: 700
-    // What has left the window may still count as hovered until the next frame.
-    visible: wanted && !!parent && !!parent.Window.window
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    anchors.fill: parent
 
-    contentItem: SoftText {
-        text: tip.text
-        wrapMode: Text.Wrap
-    }
+    Instantiator {
+        active: help.wanted
 
-    background: SoftSurface {
-        radius: 7
-        fill: SoftTheme.liftedSurface
-        outline: SoftTheme.hairline
-        darkShadow.color: SoftTheme.softShadowDark
-        darkShadow.blur: 6
-        darkShadow.x: 2
-        darkShadow.y: 3
+        delegate: T.ToolTip {
+            id: tip
+
+            parent: help
+            x: Math.round((help.width - width) / 2)
+            y: help.height + 6
+            implicitWidth: Math.min(help.longestLine, contentItem.implicitWidth) + leftPadding + rightPadding
+            implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+            horizontalPadding: 9
+            verticalPadding: 5
+            margins: 6
+            delay: 700
+            text: help.text
+            // What has left the window may still count as hovered until the next frame.
+            visible: !!help.Window.window
+            closePolicy: T.Popup.CloseOnPressOutsideParent
+
+            contentItem: SoftText {
+                text: tip.text
+                wrapMode: Text.Wrap
+            }
+
+            background: SoftSurface {
+                radius: 7
+                fill: SoftTheme.liftedSurface
+                outline: SoftTheme.hairline
+                darkShadow.color: SoftTheme.softShadowDark
+                darkShadow.blur: 6
+                darkShadow.x: 2
+                darkShadow.y: 3
+            }
+
+            // What has not the focus hears no keys.
+            Shortcut {
+                sequence: "Escape"
+                enabled: tip.visible
+                onActivated: tip.close()
+                onActivatedAmbiguously: tip.close()
+            }
+        }
     }
 }

@@ -88,6 +88,23 @@ private slots:
         }
     }
 
+    void escapeTakesHelpAwayFirst() {
+        ShellFixture f(lately(3), {{"dashboardMode", "focus"}});
+        f.workspace.focusProject()->open("atlas");
+        f.settle();
+        const QRectF row = f.rect(f.item("TaskRowView"));
+        QTest::mouseMove(f.window, QPointF(row.right() - 21, row.center().y()).toPoint());
+        const auto open = [&f] {
+            return QStringList{f.text("在 Orvik 中打开") ? "help" : "",
+                               f.workspace.focusProject()->title().isEmpty() ? "" : "project"}
+                .join(u'|');
+        };
+        for (const char *state : {"help|project", "|project", "|"}) {
+            QTRY_COMPARE(open(), state);
+            f.press(Qt::Key_Escape);
+        }
+    }
+
     void theMenuHasItsKeys() {
         ShellFixture f(lately(3));
         const QString selected = f.selected();

@@ -156,14 +156,9 @@ T.AbstractButton {
             color: SoftTheme.secondaryInk
         }
     }
-    // Made only when it is wanted, as there may be many cards.
-    Instantiator {
-        active: card.hovered || card.visualFocus
-
-        delegate: SoftToolTip {
-            parent: card
-            text: card.row.helpText
-        }
+    SoftToolTip {
+        text: card.row.helpText
+        wanted: card.hovered || card.visualFocus
     }
     SoftFocusRing {
         target: card

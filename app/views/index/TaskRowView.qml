@@ -144,11 +144,9 @@ Item {
             target: openButton
             radius: 8
         }
-        // Made only when it is wanted, as there are many rows.
-        Loader {
-            anchors.fill: parent
-            active: openButton.hovered || openButton.visualFocus
-            sourceComponent: SoftToolTip { text: "在 Orvik 中打开" }
+        SoftToolTip {
+            text: "在 Orvik 中打开"
+            wanted: openButton.hovered || openButton.visualFocus
         }
     }
 }
