@@ -54,6 +54,23 @@ private slots:
         QVERIFY(!f.model.selectedProject() && !f.text("重置筛选"));
     }
 
+    void theSearchFieldHasAMenu() {
+        ShellFixture f(some());
+        f.press(Qt::Key_K, Qt::ControlModifier);
+        QTest::keyClick(f.window, 's');
+        f.press(Qt::Key_A, Qt::ControlModifier);
+        const std::pair<const char *, const char *> commands[] = {
+            {"剪切", ""},   {"粘贴", "s"},  {"粘贴", "ss"},  {"全选", "ss"},
+            {"复制", "ss"}, {"粘贴", "ss"}, {"粘贴", "ssss"}};
+        for (const auto &[command, query] : commands) {
+            QTest::mouseClick(f.window, Qt::RightButton, {},
+                              f.rect(f.item("SearchField")).center().toPoint());
+            f.settle();
+            f.click(f.text(command));
+            QCOMPARE(f.model.query(), query);
+        }
+    }
+
     void replacedContentFadesAsItWas() {
         ShellFixture f(some(), {}, true);
         QTRY_COMPARE(f.items("ThreadList").size(), 1);

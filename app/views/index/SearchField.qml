@@ -1,4 +1,5 @@
 import QtQuick
+import Orvik.Tallyview.Views
 import Orvik.Tallyview.Presentation
 import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
@@ -29,8 +30,13 @@ FocusScope {
     }
     MouseArea {
         anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
         cursorShape: Qt.IBeamCursor
-        onClicked: field.forceActiveFocus(Qt.MouseFocusReason)
+        onPressed: mouse => {
+            field.forceActiveFocus(Qt.MouseFocusReason);
+            if (mouse.button === Qt.RightButton)
+                menu.popup();
+        }
     }
     SoftSymbol {
         id: glass
@@ -54,6 +60,7 @@ FocusScope {
         focus: true
         activeFocusOnTab: true
         selectByMouse: true
+        persistentSelection: menu.visible
         font: SoftFont.font(11, Font.Normal, SoftFont.Rounded)
         color: SoftTheme.primaryInk
         selectionColor: SoftTheme.accent
@@ -62,6 +69,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
+        Keys.onMenuPressed: menu.popup(field, cursorRectangle.x, height)
         Keys.onUpPressed: cursorPosition = 0
         Keys.onDownPressed: cursorPosition = length
         Keys.onEscapePressed: {
@@ -70,6 +78,11 @@ FocusScope {
             else
                 nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason);
         }
+    }
+    SearchMenu {
+        id: menu
+
+        field: field
     }
     SoftText {
         id: placeholder
@@ -98,7 +111,7 @@ FocusScope {
         anchors.fill: parent
         radius: 10
         fill: SoftTheme.clear
-        outline: field.activeFocus ? SoftTheme.accent : SoftTheme.highContrast ? SoftTheme.hairline : SoftTheme.clear
+        outline: field.activeFocus || menu.visible ? SoftTheme.accent : SoftTheme.highContrast ? SoftTheme.hairline : SoftTheme.clear
         outlineWidth: 2
     }
 }
