@@ -82,7 +82,7 @@ FocusScope {
     SearchMenu {
         id: menu
 
-        field: field
+        editor: field
     }
     SoftText {
         id: placeholder

@@ -6,27 +6,27 @@ import Orvik.Tallyview.Controls
 SoftMenu {
     id: menu
 
-    required property TextInput field
+    required property TextInput editor
 
     leastWidth: 120
 
     T.Action {
         text: "剪切"
-        enabled: menu.field.selectedText !== ""
-        onTriggered: menu.field.cut()
+        enabled: menu.editor.selectedText !== ""
+        onTriggered: menu.editor.cut()
     }
     T.Action {
         text: "复制"
-        enabled: menu.field.selectedText !== ""
-        onTriggered: menu.field.copy()
+        enabled: menu.editor.selectedText !== ""
+        onTriggered: menu.editor.copy()
     }
     T.Action {
         text: "粘贴"
-        onTriggered: menu.field.paste()
+        onTriggered: menu.editor.paste()
     }
     T.Action {
         text: "全选"
-        enabled: menu.field.length > 0
-        onTriggered: menu.field.selectAll()
+        enabled: menu.editor.length > 0
+        onTriggered: menu.editor.selectAll()
     }
 }
