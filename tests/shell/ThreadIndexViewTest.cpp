@@ -69,6 +69,12 @@ private slots:
             f.click(f.text(command));
             QCOMPARE(f.model.query(), query);
         }
+        for (const auto &[key, modifier] :
+             {std::pair(Qt::Key_Menu, Qt::NoModifier), std::pair(Qt::Key_F10, Qt::ShiftModifier)}) {
+            f.press(key, modifier);
+            QVERIFY(f.text("全选"));
+            f.press(Qt::Key_Escape);
+        }
     }
 
     void replacedContentFadesAsItWas() {

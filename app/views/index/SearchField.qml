@@ -69,7 +69,6 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: placeholder.text
         onTextEdited: view.index.query = text
-        Keys.onMenuPressed: menu.popup(field, cursorRectangle.x, height)
         Keys.onUpPressed: cursorPosition = 0
         Keys.onDownPressed: cursorPosition = length
         Keys.onEscapePressed: {
@@ -83,6 +82,11 @@ FocusScope {
         id: menu
 
         editor: field
+    }
+    Shortcut {
+        sequences: ["Menu", "Shift+F10"]
+        enabled: field.activeFocus
+        onActivated: menu.popup(field, field.cursorRectangle.x, field.height)
     }
     SoftText {
         id: placeholder
