@@ -91,6 +91,7 @@ T.AbstractButton {
         radius: 9
     }
     SoftToolTip {
+        about: button
         text: button.helpText
         wanted: (button.hovered || button.visualFocus) && button.raised && text !== ""
     }

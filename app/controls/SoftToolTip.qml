@@ -6,60 +6,57 @@ import Orvik.Tallyview.Controls
 import Orvik.Tallyview.Drawing
 import Orvik.Tallyview.Theme
 
-/// Help that appears below its parent after the pointer or the keyboard's focus has rested there;
+/// Help that appears below `about` after the pointer or the keyboard's focus has rested there;
 /// `wanted` says whether one of them does. Made only then, as there are many.
-Item {
+Instantiator {
     id: help
 
+    required property Item about
     required property string text
     required property bool wanted
 
     readonly property real longestLine: 420
 
-    anchors.fill: parent
+    active: wanted
 
-    Instantiator {
-        active: help.wanted
+    delegate: T.ToolTip {
+        id: tip
 
-        delegate: T.ToolTip {
-            id: tip
+        parent: help.about
+        x: Math.round((help.about.width - width) / 2)
+        y: help.about.height + 6
+        implicitWidth: Math.min(help.longestLine, contentItem.implicitWidth) + leftPadding + rightPadding
+        implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+        horizontalPadding: 9
+        verticalPadding: 5
+        margins: 6
+        delay: 700
+        text: help.text
+        // What has left the window may still count as hovered until the next frame.
+        visible: !!help.about.Window.window
+        closePolicy: T.Popup.CloseOnPressOutsideParent
 
-            parent: help
-            x: Math.round((help.width - width) / 2)
-            y: help.height + 6
-            implicitWidth: Math.min(help.longestLine, contentItem.implicitWidth) + leftPadding + rightPadding
-            implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-            horizontalPadding: 9
-            verticalPadding: 5
-            margins: 6
-            delay: 700
-            text: help.text
-            // What has left the window may still count as hovered until the next frame.
-            visible: !!help.Window.window
-            closePolicy: T.Popup.CloseOnPressOutsideParent
+        contentItem: SoftText {
+            text: tip.text
+            wrapMode: Text.Wrap
+        }
 
-            contentItem: SoftText {
-                text: tip.text
-                wrapMode: Text.Wrap
-            }
+        background: SoftSurface {
+            radius: 7
+            fill: SoftTheme.liftedSurface
+            outline: SoftTheme.hairline
+            darkShadow.color: SoftTheme.softShadowDark
+            darkShadow.blur: 6
+            darkShadow.x: 2
+            darkShadow.y: 3
+        }
 
-            background: SoftSurface {
-                radius: 7
-                fill: SoftTheme.liftedSurface
-                outline: SoftTheme.hairline
-                darkShadow.color: SoftTheme.softShadowDark
-                darkShadow.blur: 6
-                darkShadow.x: 2
-                darkShadow.y: 3
-            }
-
-            // What has not the focus hears no keys.
-            Shortcut {
-                sequence: "Escape"
-                enabled: tip.visible
-                onActivated: tip.close()
-                onActivatedAmbiguously: tip.close()
-            }
+        // What has not the focus hears no keys.
+        Shortcut {
+            sequence: "Escape"
+            enabled: tip.visible
+            onActivated: tip.close()
+            onActivatedAmbiguously: tip.close()
         }
     }
 }

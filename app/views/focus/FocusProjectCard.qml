@@ -157,6 +157,7 @@ T.AbstractButton {
         }
     }
     SoftToolTip {
+        about: card
         text: card.row.helpText
         wanted: card.hovered || card.visualFocus
     }

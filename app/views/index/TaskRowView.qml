@@ -145,6 +145,7 @@ Item {
             radius: 8
         }
         SoftToolTip {
+            about: openButton
             text: "在 Orvik 中打开"
             wanted: openButton.hovered || openButton.visualFocus
         }

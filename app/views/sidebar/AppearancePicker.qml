@@ -72,6 +72,7 @@ Item {
                     radius: 8
                 }
                 SoftToolTip {
+                    about: choice
                     text: choice.text
                     wanted: (choice.hovered || choice.visualFocus) && !choice.down
                 }

@@ -72,6 +72,7 @@ SidebarButton {
         color: SoftTheme.secondaryInk
     }
     SoftToolTip {
+        about: view
         text: view.row.name
         wanted: (view.hovered || view.visualFocus) && !view.down
     }
